@@ -1,0 +1,204 @@
+#include "app/MainWindow.h"
+
+#include "app/FolderPanel.h"
+#include "app/ProgressBlock.h"
+#include "app/WindowPanels.h"
+#include "appearance/Fonts.h"
+#include "appearance/Images.h"
+#include "appearance/PushButton.h"
+#include "appearance/Tokens.h"
+#include "chart/ChartArea.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPainter>
+#include <QResizeEvent>
+#include <QScreen>
+
+#include <algorithm>
+#include <utility>
+
+namespace veltrano {
+
+namespace {
+
+constexpr QSize kDefaultSize(1180, 760);
+constexpr QSize kMinimumSize(960, 600);
+constexpr QSizeF kGroundStrip(64, 1600);        // of the window's ground, cut from the top
+constexpr QColor kGroundFoot(0xE3, 0xEA, 0xF2); // where the ground ends, and below
+constexpr int kMenuBarHeight = 28;
+constexpr int kHeaderHeight = 52;
+constexpr int kFooterHeight = 44;  // of the window; the footer itself is a point higher
+constexpr int kSidebarWidth = 270; // with its hairline
+constexpr int kCentreLeft = 284;   // where the header's centre and its progress begin
+constexpr int kLegendLeft = 290;
+constexpr int kCentreMargin = 14;              // from the header's centre to the right column
+constexpr QRect kScanPlate(12, 10, 146, 32);   // in the header
+constexpr QRect kFolderPlate(166, 10, 92, 32); // in the header
+constexpr int kResizeRest = 150;               // milliseconds without a new size that end a live resize
+
+} // namespace
+
+MainWindow::MainWindow(MainLoop& mainLoop, std::shared_ptr<FileCatalogue> catalogue, std::string homeFolder)
+    : m_pCatalogue(std::move(catalogue)), m_homeFolder(std::move(homeFolder)), m_lastFolder(m_homeFolder) {
+    setWindowTitle(QStringLiteral("Veltrano"));
+    setMinimumSize(kMinimumSize);
+    createMenus();
+    createRegions(mainLoop);
+    m_resizeEnd.setSingleShot(true);
+    m_resizeEnd.setInterval(kResizeRest);
+    connect(&m_resizeEnd, &QTimer::timeout, this, &MainWindow::liveResizeEnded);
+    resize(startSize(screen()->availableSize()));
+    setScanning(false);
+}
+
+QSize MainWindow::startSize(const QSize& available) {
+    return kDefaultSize.boundedTo(available).expandedTo(kMinimumSize);
+}
+
+void MainWindow::createMenus() {
+    menuBar()->setFont(interfaceFont(12));
+    menuBar()->setFixedHeight(kMenuBarHeight);
+
+    QMenu* const program = menuBar()->addMenu(tr("Ve&ltrano"));
+    QFont bold = interfaceFont(12, QFont::Bold);
+    program->menuAction()->setFont(bold);
+    QAction* const quit = program->addAction(tr("&Quit Veltrano"));
+    quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    connect(quit, &QAction::triggered, this, &QWidget::close);
+
+    QMenu* const file = menuBar()->addMenu(tr("&File"));
+    m_pFolderAction = file->addAction(tr("&Select Folder to Scan…"));
+    m_pFolderAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+    connect(m_pFolderAction, &QAction::triggered, this, &MainWindow::folderPanelRequested);
+
+    QMenu* const view = menuBar()->addMenu(tr("&View"));
+    m_pFullScreenAction = view->addAction(tr("Enter &Full Screen"));
+    m_pFullScreenAction->setShortcut(QKeySequence(Qt::Key_F11));
+    connect(m_pFullScreenAction, &QAction::triggered, this, &MainWindow::toggleFullScreen);
+
+    QMenu* const scan = menuBar()->addMenu(tr("&Scan"));
+    m_pScanAction = scan->addAction(QString());
+    m_pScanAction->setShortcut(QKeySequence(Qt::Key_F5));
+    connect(m_pScanAction, &QAction::triggered, this, &MainWindow::scanToggled);
+}
+
+void MainWindow::createRegions(MainLoop& mainLoop) {
+    auto* const body = new QWidget(this);
+    setCentralWidget(body);
+
+    m_pHeader = new HeaderBand(body);
+    m_pScanButton = new PushButton(m_pHeader);
+    m_pScanButton->setPlateGeometry(kScanPlate);
+    connect(m_pScanButton, &PushButton::clicked, this, &MainWindow::scanToggled);
+    m_pFolderButton = new PushButton(m_pHeader);
+    m_pFolderButton->setText(tr("Folder…"));
+    m_pFolderButton->setAccessibleName(tr("Select folder to scan"));
+    m_pFolderButton->setToolTip(tr("Select folder to scan"));
+    m_pFolderButton->setGlyph(QStringLiteral("extra/scan-folder"));
+    m_pFolderButton->setPlateGeometry(kFolderPlate);
+    connect(m_pFolderButton, &PushButton::clicked, this, &MainWindow::folderPanelRequested);
+    m_pProgress = new ProgressBlock(m_pHeader);
+
+    m_pSidebar = new SidebarPanel(body);
+    m_pChartArea = new ChartArea(mainLoop, body);
+    m_pStartHint = new QLabel(tr("Select a folder to see what fills it"), m_pChartArea);
+    m_pStartHint->setAlignment(Qt::AlignCenter);
+    m_pStartHint->setFont(interfaceFont(14));
+    m_pStartHint->setAttribute(Qt::WA_TransparentForMouseEvents);
+    QPalette hintPalette = m_pStartHint->palette();
+    hintPalette.setColor(QPalette::WindowText, tokens::kInk2);
+    m_pStartHint->setPalette(hintPalette);
+    m_pRightColumn = new RightColumn(body);
+    m_pFooter = new FooterBand(body);
+}
+
+void MainWindow::layOutRegions() {
+    const QSize body = centralWidget()->size();
+    const int width = body.width();
+    const int middle = body.height() - kHeaderHeight - kFooterHeight;
+    const int chartWidth = width - kSidebarWidth - RightColumn::kWidth;
+    m_pHeader->setGeometry(0, 0, width, kHeaderHeight);
+    m_pSidebar->setGeometry(0, kHeaderHeight, kSidebarWidth, middle);
+    m_pChartArea->setGeometry(kSidebarWidth, kHeaderHeight, chartWidth, middle);
+    m_pStartHint->setGeometry(m_pChartArea->rect());
+    m_pRightColumn->setGeometry(width - RightColumn::kWidth, kHeaderHeight, RightColumn::kWidth, middle);
+    m_pFooter->setGeometry(0, body.height() - kFooterHeight, width, kFooterHeight + 1);
+    const int centreRight = width - RightColumn::kWidth - kCentreMargin;
+    m_pProgress->setGeometry(kCentreLeft, kScanPlate.top(), centreRight - kCentreLeft,
+                             ProgressBlock::kHeight);
+    m_pFooter->setLegendRange(kLegendLeft, centreRight);
+}
+
+void MainWindow::setCanScan(bool canScan) {
+    m_bCanScan = canScan;
+    setScanning(m_bScanning);
+}
+
+void MainWindow::setScanning(bool scanning) {
+    m_bScanning = scanning;
+    m_pScanButton->setKind(scanning ? PushButton::Kind::Stop : PushButton::Kind::Primary);
+    m_pScanButton->setText(scanning ? tr("Stop Scanning") : tr("Scan Selected"));
+    m_pScanButton->setGlyph(scanning ? QStringLiteral("extra/stop") : QStringLiteral("extra/scan"));
+    m_pScanButton->setEnabled(scanning || m_bCanScan);
+    m_pScanAction->setText(m_pScanButton->text());
+    m_pScanAction->setEnabled(scanning || m_bCanScan);
+    m_pFolderButton->setEnabled(!scanning);
+    m_pFolderAction->setEnabled(!scanning);
+    m_pProgress->setVisible(scanning);
+}
+
+void MainWindow::setStartHintShown(bool shown) {
+    m_pStartHint->setVisible(shown);
+}
+
+void MainWindow::openFolderPanel() {
+    auto* const panel = new FolderPanel(m_pCatalogue, m_homeFolder, this);
+    connect(panel, &FolderPanel::folderChosen, this, [this](const QByteArray& path) {
+        m_lastFolder = path.toStdString();
+        emit folderChosen(path);
+    });
+    panel->openAt(m_lastFolder);
+    panel->open();
+}
+
+void MainWindow::toggleFullScreen() {
+    setWindowState(windowState() ^ Qt::WindowFullScreen);
+}
+
+void MainWindow::beginLiveResize() {
+    if (!m_resizeEnd.isActive())
+        emit liveResizeStarted();
+    m_resizeEnd.start();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::WindowStateChange) {
+        const bool full = windowState().testFlag(Qt::WindowFullScreen);
+        m_pFullScreenAction->setText(full ? tr("Exit &Full Screen") : tr("Enter &Full Screen"));
+        beginLiveResize();
+    }
+    QMainWindow::changeEvent(event);
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+    // What rests during a live resize must rest before the chart gets its new size.
+    if (isVisible())
+        beginLiveResize();
+    QMainWindow::resizeEvent(event);
+    layOutRegions();
+}
+
+void MainWindow::paintEvent(QPaintEvent*) {
+    // The ground changes from top to bottom only, so a strip of it serves the whole width.
+    const double ratio = devicePixelRatioF();
+    if (m_ground.isNull() || m_ground.devicePixelRatio() != ratio)
+        m_ground = renderImage(QStringLiteral("wndBack"), kGroundStrip, ratio);
+    QPainter painter(this);
+    const QRectF strip(0, 0, width(), std::min<double>(height(), kGroundStrip.height()));
+    painter.drawTiledPixmap(strip, m_ground);
+    painter.fillRect(QRectF(rect()).adjusted(0, strip.height(), 0, 0), kGroundFoot);
+}
+
+} // namespace veltrano

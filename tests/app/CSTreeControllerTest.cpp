@@ -1,0 +1,415 @@
+// The main controller's rules, with a clock that the test turns and a disk in memory.
+
+#include "app/CSTreeController.h"
+
+#include "app/MainWindow.h"
+#include "app/ProgressBlock.h"
+#include "appearance/PushButton.h"
+#include "chart/AnimView.h"
+#include "chart/ChartArea.h"
+#include "chart/RadialController.h"
+#include "support/FakeMainLoop.h"
+#include "support/MemoryDisk.h"
+#include "support/Recorders.h"
+
+#include <QLabel>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+#include <any>
+
+namespace veltrano {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+//  /disk ─┬─ a/file (1000)
+//         └─ b/file (3000)
+class CSTreeControllerTest : public testing::Test {
+protected:
+    CSTreeControllerTest() {
+        disk->addFile("/disk/a/file", 1000);
+        disk->addFile("/disk/b/file", 3000);
+        auto newModel =
+            std::make_unique<CModel>(loop, notifications, disk, TimeCode(currentCatalogueDate), ScanFacts{});
+        model = newModel.get();
+        controller = std::make_unique<CSTreeController>(
+            CSTreeController::Services{loop, notifications, alerts, sounds, files}, std::move(newModel),
+            window);
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+        for (auto* button : window.findChildren<PushButton*>())
+            (button->accessibleName().isEmpty() ? scanButton : folderButton) = button;
+    }
+    ~CSTreeControllerTest() override { gate->release(); }
+
+    /// From now on "/disk" is a volume that holds so many bytes.
+    std::shared_ptr<VolumeItem> addVolume(std::int64_t occupied) {
+        return model->getVolumesInfo().emplace_back(
+            std::make_shared<VolumeItem>("/disk", "disk", occupied + 500, 500, 0));
+    }
+    void scanVolume(std::int64_t occupied) {
+        addVolume(occupied);
+        controller->doScanFolder("/disk");
+        controller->startAction();
+    }
+    /// Scans until the walk is over, with the clock standing still.
+    void walkToItsEnd() { walkToItsEnd(1); }
+    void walkToItsEnd(int ends) {
+        ASSERT_TRUE(loop.runUntil([&] { return finishedWalks >= ends; }));
+    }
+    /// Scans "/disk" up to the folder "/disk/b", which is held up.
+    void scanHeldUp() {
+        disk->gateReads("/disk/b", gate);
+        controller->doScanFolder("/disk");
+        ASSERT_TRUE(gate->waitForArrivals(1));
+    }
+    ProgressBar& bar() { return window.progress().bar(); }
+    QString counter() { return window.progress().findChildren<QLabel*>().at(1)->text(); }
+    RadialController& chart() { return window.chartArea().controller(); }
+    FolderSystemItem* root() { return model->getRootItem().get(); }
+
+    FakeMainLoop loop;
+    NotificationCentre notifications;
+    RecordingAlerts alerts;
+    RecordingSounds sounds;
+    SwitchedFiles files;
+    std::shared_ptr<MemoryDisk> disk = std::make_shared<MemoryDisk>();
+    std::shared_ptr<ReadGate> gate = std::make_shared<ReadGate>();
+    MainWindow window{loop, disk, "/"};
+    CModel* model = nullptr; // the controller's
+    std::unique_ptr<CSTreeController> controller;
+    PushButton* scanButton = nullptr;
+    PushButton* folderButton = nullptr;
+
+private:
+    int finishedWalks = 0;
+    NotificationCentre::Token m_finished = notifications.addObserver(
+        std::string(FinishWalkingVolume), [this](const NotificationCentre::Object&) { ++finishedWalks; });
+};
+
+TEST_F(CSTreeControllerTest, withoutASelectionNothingIsScanned) {
+    controller->startAction();
+    EXPECT_FALSE(controller->isProcessing());
+    EXPECT_FALSE(root());
+    EXPECT_THAT(alerts.questions, IsEmpty());
+}
+
+TEST_F(CSTreeControllerTest, stopWithoutAScanDoesNothing) {
+    controller->doScanFolder("/disk");
+    walkToItsEnd();
+    loop.advance(1);
+    controller->stopAction();
+    EXPECT_TRUE(scanButton->isEnabled());
+    EXPECT_THAT(sounds.played, ElementsAre("Submarine"));
+}
+
+TEST_F(CSTreeControllerTest, scanIsToldByItsPathUntilTheFinishRunHasEnded) {
+    controller->doScanFolder("/disk");
+    EXPECT_EQ(controller->getProcessingVol(), "/disk");
+    walkToItsEnd();
+    loop.advance(0.75);
+    EXPECT_TRUE(controller->isProcessing());
+    EXPECT_THAT(sounds.played, IsEmpty());
+    loop.advance(0.1);
+    EXPECT_FALSE(controller->isProcessing());
+    EXPECT_EQ(controller->getProcessingVol(), std::nullopt);
+    EXPECT_THAT(sounds.played, ElementsAre("Submarine"));
+}
+
+TEST_F(CSTreeControllerTest, finishRunRisesEveryTenthOfASecond) {
+    controller->doScanFolder("/disk");
+    walkToItsEnd();
+    loop.advance(0.05);
+    EXPECT_EQ(bar().value(), 0);
+    for (const int value : {500, 575, 650, 725, 800, 875, 950, 1000}) {
+        loop.advance(0.1);
+        EXPECT_EQ(bar().value(), value);
+    }
+}
+
+TEST_F(CSTreeControllerTest, folderHasABarWithoutAnEndAndAVolumeOneWith) {
+    controller->doScanFolder("/disk");
+    EXPECT_TRUE(bar().isIndeterminate());
+    walkToItsEnd();
+    loop.advance(1);
+    scanVolume(8000);
+    EXPECT_FALSE(bar().isIndeterminate());
+    EXPECT_EQ(bar().value(), 0);
+}
+
+TEST_F(CSTreeControllerTest, choosingAVolumesRootSelectsItOnly) {
+    addVolume(8000);
+    EXPECT_FALSE(scanButton->isEnabled());
+    controller->doScanFolder("/disk");
+    EXPECT_FALSE(controller->isProcessing());
+    EXPECT_TRUE(scanButton->isEnabled());
+    controller->toggleStartStopScan();
+    EXPECT_TRUE(controller->isProcessing());
+    EXPECT_TRUE(root()->isVol());
+}
+
+TEST_F(CSTreeControllerTest, barOfAVolumeIsTheCountedShareOfItsOccupiedBytes) {
+    scanVolume(7000);
+    int reports = 0;
+    const auto token = notifications.addObserver(
+        std::string(DIUpdateProgressNotification), [&](const NotificationCentre::Object& counted) {
+            ++reports;
+            EXPECT_EQ(bar().value(), std::any_cast<std::int64_t>(counted) * 1000 / 7000);
+        });
+    walkToItsEnd();
+    EXPECT_GT(reports, 0);
+    notifications.removeObserver(token);
+}
+
+TEST_F(CSTreeControllerTest, volumeThatIsCountedInFullTakesNoFinishRun) {
+    scanVolume(4000);
+    walkToItsEnd();
+    EXPECT_FALSE(controller->isProcessing());
+    EXPECT_EQ(bar().value(), 0);
+    EXPECT_THAT(sounds.played, ElementsAre("Submarine"));
+}
+
+TEST_F(CSTreeControllerTest, counterOfAVolumeTellsTheReports) {
+    scanVolume(8000);
+    int reports = 0;
+    const auto token = notifications.addObserver(std::string(DIUpdateProgressNotification),
+                                                 [&](const NotificationCentre::Object&) { ++reports; });
+    EXPECT_EQ(counter(), QString());
+    walkToItsEnd();
+    EXPECT_GT(reports, 0);
+    EXPECT_EQ(counter(), QString::number(reports));
+    notifications.removeObserver(token);
+}
+
+TEST_F(CSTreeControllerTest, counterOfAFolderTellsTheBytes) {
+    controller->doScanFolder("/disk");
+    walkToItsEnd();
+    EXPECT_EQ(counter(), QStringLiteral("4.00 KB"));
+    loop.advance(1);
+    EXPECT_EQ(counter(), QStringLiteral("4.00 KB"));
+}
+
+TEST_F(CSTreeControllerTest, firstLookAtTheProgressComesTwentyMillisecondsAfterTheStart) {
+    disk->gateReads("/disk", gate);
+    scanVolume(8000);
+    loop.advance(0.019);
+    EXPECT_EQ(counter(), QString());
+    loop.advance(0.002);
+    EXPECT_EQ(counter(), QStringLiteral("0"));
+}
+
+TEST_F(CSTreeControllerTest, newScanStartsItsCountersAnew) {
+    scanVolume(8000);
+    walkToItsEnd();
+    loop.advance(1);
+    controller->startAction();
+    EXPECT_EQ(bar().value(), 0);
+    EXPECT_EQ(counter(), QString());
+}
+
+TEST_F(CSTreeControllerTest, folderScannedAfterAVolumeKeepsTheVolumesNumbers) {
+    scanVolume(8000);
+    walkToItsEnd();
+    loop.advance(1);
+    controller->doScanFolder("/disk/b");
+    walkToItsEnd(2);
+    EXPECT_EQ(bar().value(), 3000 * 1000 / 8000);
+}
+
+TEST_F(CSTreeControllerTest, whileAScanRunsASecondIsRefused) {
+    scanHeldUp();
+    FolderSystemItem* const first = root();
+    controller->startAction();
+    EXPECT_EQ(root(), first);
+    EXPECT_THAT(alerts.questions, IsEmpty());
+}
+
+TEST_F(CSTreeControllerTest, finishRunRefusesASecondScanToo) {
+    controller->doScanFolder("/disk");
+    walkToItsEnd();
+    FolderSystemItem* const first = root();
+    controller->startAction();
+    EXPECT_EQ(root(), first);
+    loop.advance(1);
+    EXPECT_THAT(sounds.played, ElementsAre("Submarine"));
+}
+
+TEST_F(CSTreeControllerTest, stopDuringTheFinishRunLetsItEnd) {
+    controller->doScanFolder("/disk");
+    walkToItsEnd();
+    loop.advance(0.3);
+    controller->stopAction();
+    EXPECT_TRUE(controller->isProcessing());
+    loop.advance(1);
+    EXPECT_FALSE(controller->isProcessing());
+    EXPECT_TRUE(scanButton->isEnabled());
+    EXPECT_EQ(scanButton->text(), QStringLiteral("Scan Selected"));
+    EXPECT_THAT(sounds.played, ElementsAre("Submarine"));
+}
+
+TEST_F(CSTreeControllerTest, stopIsTrueAtOnceAndTheEndComesLater) {
+    scanHeldUp();
+    controller->toggleStartStopScan();
+    EXPECT_FALSE(controller->isProcessing());
+    EXPECT_FALSE(scanButton->isEnabled());
+    EXPECT_TRUE(window.chartArea().getAnimView().isPulseRunning());
+    EXPECT_THAT(sounds.played, IsEmpty());
+    gate->release();
+    ASSERT_TRUE(loop.runUntil([&] { return !sounds.played.empty(); }));
+    EXPECT_FALSE(window.chartArea().getAnimView().isPulseRunning());
+    EXPECT_TRUE(scanButton->isEnabled());
+}
+
+TEST_F(CSTreeControllerTest, stoppedVolumeShowsWhatWasNotReached) {
+    disk->gateReads("/disk/b", gate);
+    scanVolume(8000);
+    ASSERT_TRUE(gate->waitForArrivals(1));
+    controller->stopAction();
+    gate->release();
+    ASSERT_TRUE(loop.runUntil([&] { return !sounds.played.empty(); }));
+    const FolderSystemItem& partial = *root();
+    bool unscanned = false;
+    for (std::size_t index = 0; index < partial.numberOfChildren(); ++index)
+        unscanned = unscanned || partial.childAtIndex(index)->isUnscanned();
+    EXPECT_TRUE(unscanned);
+    EXPECT_EQ(chart().getRootObject(), root());
+}
+
+TEST_F(CSTreeControllerTest, scanThatStartsBeforeTheStoppedOneHasEndedRunsToItsOwnEnd) {
+    scanHeldUp();
+    const std::shared_ptr<FolderSystemItem> first = model->getRootItem();
+    controller->stopAction();
+    controller->doScanFolder("/disk/a");
+    EXPECT_EQ(controller->getProcessingVol(), "/disk/a");
+    EXPECT_NE(root(), first.get());
+    gate->release();
+    ASSERT_TRUE(
+        loop.runUntil([&] { return sounds.played.size() == 2; }, FakeMainLoop::WhenIdle::AdvanceClock));
+    EXPECT_EQ(root()->getFullPath(), "/disk/a");
+    EXPECT_EQ(root()->gettotalsize(), 1000);
+    EXPECT_EQ(chart().getRootObject(), root());
+    EXPECT_FALSE(controller->isProcessing());
+}
+
+TEST_F(CSTreeControllerTest, treeThatANewScanReplacesIsHeldByNobody) {
+    controller->doScanFolder("/disk/a");
+    walkToItsEnd();
+    loop.advance(1);
+    const std::weak_ptr<FolderSystemItem> old = model->getRootItem();
+    controller->startAction();
+    EXPECT_EQ(chart().getRootObject(), root());
+    // The threads of the old scan may still be on their way out.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return old.expired(); }));
+}
+
+TEST_F(CSTreeControllerTest, chartIsUpdatedInALaterTurn) {
+    controller->doScanFolder("/disk");
+    std::int64_t inTheTurn = -1;
+    const auto token = notifications.addObserver(std::string(DIUpdateProgressNotification),
+                                                 [&](const NotificationCentre::Object&) {
+                                                     if (inTheTurn < 0 && root()->gettotalsize() == 4000)
+                                                         inTheTurn = chart().getLayout().m_lTotalSize;
+                                                 });
+    walkToItsEnd();
+    EXPECT_GE(inTheTurn, 0);
+    EXPECT_LT(inTheTurn, 4000);
+    loop.advance(0);
+    EXPECT_EQ(chart().getLayout().m_lTotalSize, 4000);
+    notifications.removeObserver(token);
+}
+
+TEST_F(CSTreeControllerTest, goneFolderIsAskedAboutAndNotScanned) {
+    files.exist = false;
+    controller->doScanFolder("/disk");
+    EXPECT_FALSE(controller->isProcessing());
+    ASSERT_EQ(alerts.questions.size(), 1u);
+    EXPECT_EQ(alerts.questions[0].message, "Can't scan folder.");
+    EXPECT_EQ(alerts.questions[0].informativeText,
+              "Folder \"/disk\" does not exist. Remove it from the Favorites?");
+    EXPECT_THAT(alerts.questions[0].buttons, ElementsAre("Yes", "No"));
+}
+
+TEST_F(CSTreeControllerTest, answerAboutAFolderThatIsNoLongerSelectedChangesNothing) {
+    files.exist = false;
+    controller->doScanFolder("/gone");
+    files.exist = true;
+    controller->doScanFolder("/disk");
+    walkToItsEnd();
+    alerts.answers[0](0);
+    EXPECT_EQ(chart().getRootObject(), root());
+    EXPECT_TRUE(controller->isProcessing());
+}
+
+TEST_F(CSTreeControllerTest, answerAfterTheControllerHasGoneChangesNothing) {
+    files.exist = false;
+    controller->doScanFolder("/gone");
+    controller.reset();
+    alerts.answers[0](0);
+    EXPECT_FALSE(scanButton->isEnabled());
+}
+
+TEST_F(CSTreeControllerTest, controllerThatGoesDuringTheFinishRunLeavesItUnfinished) {
+    controller->doScanFolder("/disk");
+    walkToItsEnd();
+    loop.advance(0.3);
+    const int value = bar().value();
+    controller.reset();
+    loop.advance(1);
+    EXPECT_EQ(bar().value(), value);
+    EXPECT_THAT(sounds.played, IsEmpty());
+}
+
+TEST_F(CSTreeControllerTest, controllerThatGoesDuringAScanHearsNothingMore) {
+    scanHeldUp();
+    controller.reset();
+    gate->release();
+    loop.advance(1);
+    EXPECT_THAT(sounds.played, IsEmpty());
+}
+
+TEST_F(CSTreeControllerTest, liveResizeRestsThePulseAndTheOutlines) {
+    scanHeldUp();
+    QSignalSpy ended(&window, &MainWindow::liveResizeEnded);
+    const AnimView& overlay = window.chartArea().getAnimView();
+    ASSERT_TRUE(overlay.isPulseRunning());
+    // More than one new size: none of them may bring back what rests.
+    for (const int width : {1200, 1210, 1220}) {
+        window.resize(width, 780);
+        EXPECT_FALSE(overlay.isPulseRunning());
+        EXPECT_FALSE(overlay.isSelectionShown());
+    }
+    ASSERT_TRUE(ended.wait());
+    EXPECT_TRUE(overlay.isPulseRunning());
+    EXPECT_TRUE(overlay.isSelectionShown());
+}
+
+TEST_F(CSTreeControllerTest, fullScreenRestsThePulseAndTheOutlinesUntilItIsThere) {
+    scanHeldUp();
+    QSignalSpy started(&window, &MainWindow::liveResizeStarted);
+    QSignalSpy ended(&window, &MainWindow::liveResizeEnded);
+    const AnimView& overlay = window.chartArea().getAnimView();
+    QTest::keyClick(&window, Qt::Key_F11);
+    EXPECT_EQ(started.count(), 1);
+    EXPECT_FALSE(overlay.isPulseRunning());
+    EXPECT_FALSE(overlay.isSelectionShown());
+    ASSERT_TRUE(ended.wait());
+    EXPECT_TRUE(overlay.isPulseRunning());
+    EXPECT_TRUE(overlay.isSelectionShown());
+}
+
+TEST_F(CSTreeControllerTest, resizeOfAnIdleWindowStartsNoPulse) {
+    controller->doScanFolder("/disk");
+    walkToItsEnd();
+    loop.advance(1);
+    QSignalSpy ended(&window, &MainWindow::liveResizeEnded);
+    window.resize(1200, 780);
+    ASSERT_TRUE(ended.wait());
+    EXPECT_FALSE(window.chartArea().getAnimView().isPulseRunning());
+}
+
+} // namespace
+} // namespace veltrano

@@ -1,0 +1,263 @@
+// The whole road of a scan through the real window: choosing a folder, the growing chart, the end, a stop.
+
+#include "app/CSTreeController.h"
+#include "app/FolderPanel.h"
+#include "app/MainWindow.h"
+#include "app/ProgressBlock.h"
+#include "app/QtMainLoop.h"
+#include "appearance/PushButton.h"
+#include "chart/ChartArea.h"
+#include "chart/RadialController.h"
+#include "platform/linux/LinuxCatalogue.h"
+#include "platform/posix/PosixFileActions.h"
+#include "support/MemoryDisk.h"
+#include "support/Recorders.h"
+#include "support/TestDir.h"
+
+#include <QLineEdit>
+#include <QPointer>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+#include <functional>
+
+namespace veltrano {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr int kLimit = 20'000; // milliseconds that a wait may take before the test fails
+
+/// The program as main puts it together, over a catalogue and files of the test's choice.
+struct Program {
+    Program(const std::shared_ptr<FileCatalogue>& catalogue, const FileActions& files)
+        : window(mainLoop, catalogue, "/"),
+          controller({mainLoop, notifications, alerts, sounds, files},
+                     std::make_unique<CModel>(mainLoop, notifications, catalogue,
+                                              TimeCode(currentCatalogueDate), ScanFacts{}),
+                     window) {
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+        for (auto* button : window.findChildren<PushButton*>())
+            (button->accessibleName().isEmpty() ? scanButton : folderButton) = button;
+    }
+
+    bool waitForEnd() {
+        return QTest::qWaitFor([&] { return !sounds.played.empty(); }, kLimit);
+    }
+    ProgressBar& bar() { return window.progress().bar(); }
+    RadialController& chart() { return window.chartArea().controller(); }
+    FolderSystemItem* root() {
+        VolumeFolderProtocol* const shown = chart().getRootObject();
+        return shown ? dynamic_cast<FolderSystemItem*>(shown) : nullptr;
+    }
+
+    QtMainLoop mainLoop;
+    NotificationCentre notifications;
+    RecordingAlerts alerts;
+    RecordingSounds sounds;
+    MainWindow window;
+    CSTreeController controller;
+    PushButton* scanButton = nullptr;
+    PushButton* folderButton = nullptr;
+};
+
+/// Takes the folder panel's road with the keyboard. `atOnce` is called when the choice has been dealt with,
+/// before anything else can happen.
+void chooseFolder(Program& program, const std::string& path, const std::function<void()>& atOnce = {}) {
+    QTest::keyClick(&program.window, Qt::Key_O, Qt::ControlModifier);
+    const QPointer<FolderPanel> panel = program.window.findChild<FolderPanel*>();
+    ASSERT_TRUE(panel);
+    bool isChosen = false;
+    QObject::connect(&program.window, &MainWindow::folderChosen, panel, [&] {
+        isChosen = true;
+        if (atOnce)
+            atOnce();
+    });
+    QTest::keyClick(panel->focusWidget(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(panel->focusWidget(), QString::fromStdString(path));
+    QTest::keyClick(panel->focusWidget(), Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return isChosen; }, kLimit));
+}
+
+class RealFolderRoad : public testing::Test {
+protected:
+    TestDir folder;
+    PosixFileActions files;
+};
+
+//  folder
+//  ├── a/one, a/two
+//  └── b/c/three
+TEST_F(RealFolderRoad, aChosenFolderBecomesAChartWithExactTotals) {
+    folder.createFile("a/one", 10'000);
+    folder.createFile("a/two", 300'000);
+    folder.createFile("b/c/three", 70'000);
+    Program program(std::make_shared<LinuxCatalogue>(), files);
+    chooseFolder(program, folder.path(), [&] {
+        EXPECT_TRUE(program.controller.isProcessing());
+        EXPECT_EQ(program.scanButton->text(), QStringLiteral("Stop Scanning"));
+    });
+    ASSERT_TRUE(program.waitForEnd());
+
+    ASSERT_TRUE(program.root());
+    EXPECT_EQ(program.root()->getFullPath(), folder.path());
+    EXPECT_EQ(program.root()->gettotalsize(), sumOfTree(folder.path()).fileBytes);
+    EXPECT_GT(program.root()->gettotalsize(), 0);
+    EXPECT_FALSE(program.controller.isProcessing());
+    EXPECT_EQ(program.scanButton->text(), QStringLiteral("Scan Selected"));
+    EXPECT_TRUE(program.scanButton->isEnabled());
+    EXPECT_THAT(program.sounds.played, ElementsAre("Submarine"));
+}
+
+TEST_F(RealFolderRoad, aScanOfAFolderEndsWithTheFinishRun) {
+    folder.createFile("one", 1000);
+    Program program(std::make_shared<LinuxCatalogue>(), files);
+    std::vector<int> values;
+    chooseFolder(program, folder.path(), [&] {
+        EXPECT_TRUE(program.bar().isIndeterminate());
+        values.push_back(program.bar().value());
+    });
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            if (const int value = program.bar().value(); values.empty() || values.back() != value)
+                values.push_back(value);
+            return !program.sounds.played.empty();
+        },
+        kLimit));
+    EXPECT_THAT(values, ElementsAre(0, 500, 575, 650, 725, 800, 875, 950, 1000));
+}
+
+TEST_F(RealFolderRoad, anEmptyFolderEndsWithAnEmptyChart) {
+    Program program(std::make_shared<LinuxCatalogue>(), files);
+    chooseFolder(program, folder.path());
+    ASSERT_TRUE(program.waitForEnd());
+    ASSERT_TRUE(program.root());
+    EXPECT_EQ(program.root()->gettotalsize(), 0);
+    EXPECT_EQ(program.root()->numberOfChildren(), 0u);
+}
+
+TEST_F(RealFolderRoad, aFolderThatHasGoneIsAskedAboutAndNotScanned) {
+    folder.createFile("gone/file", 1000);
+    Program program(std::make_shared<LinuxCatalogue>(), files);
+    const std::string path = folder.path() + "/gone";
+    chooseFolder(program, path);
+    ASSERT_TRUE(program.waitForEnd());
+    folder.remove("gone");
+    QTest::mouseClick(program.scanButton, Qt::LeftButton);
+    EXPECT_FALSE(program.controller.isProcessing());
+    ASSERT_EQ(program.alerts.questions.size(), 1u);
+    EXPECT_EQ(program.alerts.questions[0].message, "Can't scan folder.");
+    EXPECT_EQ(program.alerts.questions[0].informativeText,
+              "Folder \"" + path + "\" does not exist. Remove it from the Favorites?");
+    EXPECT_THAT(program.alerts.questions[0].buttons, ElementsAre("Yes", "No"));
+
+    program.alerts.answers[0](1);
+    EXPECT_TRUE(program.scanButton->isEnabled());
+    EXPECT_TRUE(program.root());
+
+    program.alerts.answers[0](0);
+    EXPECT_FALSE(program.scanButton->isEnabled());
+    EXPECT_FALSE(program.root());
+}
+
+TEST_F(RealFolderRoad, theSameFolderCanBeScannedAgain) {
+    folder.createFile("one", 1000);
+    Program program(std::make_shared<LinuxCatalogue>(), files);
+    chooseFolder(program, folder.path());
+    ASSERT_TRUE(program.waitForEnd());
+    folder.createFile("two", 500'000);
+    program.sounds.played.clear();
+    program.window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&program.window));
+    QTest::keyClick(&program.window, Qt::Key_F5);
+    EXPECT_TRUE(program.controller.isProcessing());
+    ASSERT_TRUE(program.waitForEnd());
+    EXPECT_EQ(program.root()->gettotalsize(), sumOfTree(folder.path()).fileBytes);
+}
+
+/// A disk that holds its readers up.
+class HeldUpRoad : public testing::Test {
+protected:
+    HeldUpRoad() {
+        disk->addFile("/disk/read/file", 1000);
+        disk->addFile("/disk/held/file", 5000);
+        disk->gateReads("/disk/held", gate);
+    }
+    ~HeldUpRoad() override { gate->release(); }
+
+    void scan(Program& program) {
+        program.controller.doScanFolder("/disk");
+        EXPECT_TRUE(gate->waitForArrivals(1));
+    }
+
+    std::shared_ptr<MemoryDisk> disk = std::make_shared<MemoryDisk>();
+    std::shared_ptr<ReadGate> gate = std::make_shared<ReadGate>();
+    SwitchedFiles files;
+};
+
+TEST_F(HeldUpRoad, aStopKeepsThePartialTree) {
+    Program program(disk, files);
+    scan(program);
+    QTest::mouseClick(program.scanButton, Qt::LeftButton);
+    EXPECT_FALSE(program.controller.isProcessing());
+    EXPECT_FALSE(program.scanButton->isEnabled());
+    ASSERT_TRUE(program.waitForEnd());
+    EXPECT_EQ(program.root()->gettotalsize(), 1000);
+    EXPECT_EQ(program.scanButton->text(), QStringLiteral("Scan Selected"));
+    EXPECT_TRUE(program.scanButton->isEnabled());
+    EXPECT_THAT(program.sounds.played, ElementsAre("Submarine"));
+}
+
+TEST_F(HeldUpRoad, aStoppedScanTakesNoFinishRun) {
+    Program program(disk, files);
+    scan(program);
+    program.controller.stopAction();
+    ASSERT_TRUE(program.waitForEnd());
+    EXPECT_EQ(program.bar().value(), 0);
+}
+
+TEST_F(HeldUpRoad, aSecondScanIsRefusedInSilence) {
+    Program program(disk, files);
+    scan(program);
+    VolumeFolderProtocol* const shown = program.chart().getRootObject();
+    program.controller.startAction();
+    EXPECT_EQ(program.chart().getRootObject(), shown);
+    EXPECT_THAT(program.alerts.questions, IsEmpty());
+    gate->release();
+    ASSERT_TRUE(program.waitForEnd());
+    EXPECT_EQ(program.root()->gettotalsize(), 6000);
+    EXPECT_EQ(program.sounds.played.size(), 1u);
+}
+
+TEST_F(HeldUpRoad, noFolderPanelOpensDuringAScan) {
+    Program program(disk, files);
+    scan(program);
+    QTest::keyClick(&program.window, Qt::Key_O, Qt::ControlModifier);
+    program.controller.actionScanFolder();
+    EXPECT_FALSE(program.window.findChild<FolderPanel*>());
+}
+
+TEST_F(HeldUpRoad, theProgramGoesAtOnceWithAWorkerStuckInADeadMount) {
+    {
+        Program program(disk, files);
+        scan(program);
+        EXPECT_TRUE(program.window.close());
+    }
+    // The worker hangs at the gate and holds its catalogue still: nobody has waited for it.
+    EXPECT_GT(disk.use_count(), 1);
+}
+
+TEST_F(HeldUpRoad, theWindowAnswersWhileAWorkerHangs) {
+    Program program(disk, files);
+    scan(program);
+    program.window.resize(1300, 800);
+    bool turned = false;
+    program.mainLoop.callLater(0, [&] { turned = true; });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return turned; }));
+}
+
+} // namespace
+} // namespace veltrano
