@@ -1,0 +1,302 @@
+// Measures the whole program, window and all, and the painting of its chart. See the usage text.
+
+#include "app/CSTreeController.h"
+#include "app/MainWindow.h"
+#include "app/QtMainLoop.h"
+#include "appearance/Look.h"
+#include "bench/BareWalk.h"
+#include "bench/Figures.h"
+#include "chart/AnimView.h"
+#include "chart/ChartArea.h"
+#include "chart/RadialView.h"
+#include "chart/geometry/SectorWalk.h"
+#include "platform/linux/LinuxCatalogue.h"
+#include "platform/posix/PosixFileActions.h"
+#include "support/TreeBuilder.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QThread>
+#include <QWindow>
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <numbers>
+
+namespace veltrano {
+
+namespace {
+
+constexpr int kThreads = 4;
+constexpr double kMillis = 1000;
+constexpr double kNanos = 1e9;
+
+[[noreturn]] void fail(const std::string& what) {
+    std::fprintf(stderr, "veltrano_window_bench: %s\n", what.c_str());
+    std::exit(1);
+}
+
+class NoAlerts final : public Alerts {
+public:
+    void ask(const Question& question, Answer) override { fail("the program asks: " + question.message); }
+};
+
+class NoSounds final : public Sounds {
+public:
+    void play(std::string_view) override {}
+};
+
+/// Turns the main loop by hand and times each turn, without the time it slept.
+class LoopMeter {
+public:
+    LoopMeter() { m_clock.start(); }
+
+    /// Until the condition holds.
+    template <class Condition>
+    void run(Condition holds) {
+        while (!holds()) {
+            const double start = now();
+            QCoreApplication::processEvents(QEventLoop::AllEvents);
+            const double took = now() - start;
+            if (took > kIdleTurn)
+                m_turns.push_back(took);
+            else
+                QThread::usleep(kNap);
+        }
+    }
+
+    std::vector<double> takeTurns() { return std::exchange(m_turns, {}); }
+    double now() const { return static_cast<double>(m_clock.nsecsElapsed()) / kNanos; }
+
+private:
+    static constexpr double kIdleTurn = 0.00002; // seconds; a turn this short found nothing to do
+    static constexpr unsigned long kNap = 200;   // microseconds
+
+    QElapsedTimer m_clock;
+    std::vector<double> m_turns; // seconds
+};
+
+/// The program as its main function puts it together.
+struct Program {
+    Program()
+        : controller({mainLoop, notifications, alerts, sounds, files},
+                     std::make_unique<CModel>(mainLoop, notifications, catalogue,
+                                              TimeCode(currentCatalogueDate), ScanFacts{}),
+                     window) {
+        window.show();
+        meter.run([this] { return window.windowHandle() && window.windowHandle()->isExposed(); });
+        notifications.addObserver(std::string(FinishWalkingVolume), [this](const auto&) { finished = true; });
+    }
+
+    QtMainLoop mainLoop;
+    NotificationCentre notifications;
+    NoAlerts alerts;
+    NoSounds sounds;
+    PosixFileActions files;
+    std::shared_ptr<FileCatalogue> catalogue = std::make_shared<LinuxCatalogue>();
+    MainWindow window{mainLoop, catalogue, "/"};
+    CSTreeController controller;
+    LoopMeter meter;
+    bool finished = false;
+};
+
+void benchScan(const std::string& name, const std::string& path, int rounds) {
+    Program program;
+    std::vector<double> bareWall, wall, longest, usual;
+    std::size_t turnCount = 0;
+    if (bareWalk(path, kThreads).entries == 0)
+        fail("there is nothing in " + path);
+    for (int round = 0; round < rounds; ++round) {
+        const CostMeter bare;
+        const BareWalkResult sum = bareWalk(path, kThreads);
+        bareWall.push_back(bare.cost().wall);
+
+        program.finished = false;
+        program.meter.takeTurns();
+        const double click = program.meter.now();
+        program.controller.doScanFolder(path);
+        program.meter.run([&] { return program.finished; });
+        wall.push_back(program.meter.now() - click);
+        // The finish run belongs to the turns, though not to the time.
+        program.meter.run([&] { return !program.controller.isProcessing(); });
+        const std::vector<double> turns = program.meter.takeTurns();
+        turnCount = turns.size();
+        longest.push_back(quantile(turns, 1));
+        usual.push_back(quantile(turns, 0.99));
+        auto* const root =
+            program.window.chartArea().controller().getRootObject()->getObject()->asFileSystemItem();
+        if (root->gettotalsize() != sum.bytes)
+            fail("the chart's total of " + path + " is not the sum of the bare walk");
+    }
+    printFigure(name + ": click to totals, window shown, wall", 1.40, median(wall) / median(bareWall), "x",
+                text(median(wall), 3) + " s against " + text(median(bareWall), 3) + " s");
+    printFigure(name + ": longest turn, window shown", 16, median(longest) * kMillis, "ms",
+                std::to_string(turnCount) + " turns");
+    printFigure(name + ": 99 of 100 turns within, window shown", 8, median(usual) * kMillis, "ms");
+}
+
+/// A tree whose chart has 1530 sectors on six rings: folders that each hold one large item and so many files
+/// too small to be seen.
+test::TreeBuilder makeTree(int smallFilesInFolder) {
+    constexpr std::array kFoldersIn = {10, 9, 4};  // on rings 1 to 3
+    constexpr int kChain = 2;                      // folders one inside the other below each of those
+    constexpr std::int64_t kLarge = 1'000'000'000; // bytes
+    test::TreeBuilder tree("/large");
+    int number = 0;
+    auto name = [&number] {
+        return "n" + std::to_string(number++);
+    };
+    std::vector<FolderSystemItem*> folders{tree.root()};
+    for (const int count : kFoldersIn) {
+        std::vector<FolderSystemItem*> below;
+        for (FolderSystemItem* const folder : folders)
+            for (int index = 0; index < count; ++index)
+                below.push_back(tree.folder(folder, name()));
+        folders = std::move(below);
+    }
+    for (FolderSystemItem* folder : folders) {
+        for (int index = 0; index < smallFilesInFolder; ++index)
+            tree.file(folder, name(), 4096, static_cast<std::uint8_t>(number % 8));
+        for (int index = 0; index < kChain; ++index)
+            folder = tree.folder(folder, name());
+        tree.file(folder, name(), kLarge, static_cast<std::uint8_t>(number % 8));
+    }
+    tree.recount();
+    return tree;
+}
+
+/// The chart of a tree in a window of the size that the figures are told for.
+struct ShownChart {
+    explicit ShownChart(int smallFilesInFolder) : tree(makeTree(smallFilesInFolder)) {
+        area.resize(kSize);
+        area.show();
+        chart.setRoot(tree.root(), true, true);
+        forEachSector(*tree.root(), chart.getLayout(), [&](const Sector&) {
+            ++sectors;
+            return SectorVisit::Descend;
+        });
+    }
+
+    std::string remark() const {
+        return std::to_string(sectors) + " sectors, " + std::to_string(chart.getLayout().m_nSubLevels) +
+               " rings";
+    }
+
+    static constexpr QSize kSize{900, 700};
+
+    QtMainLoop mainLoop;
+    test::TreeBuilder tree;
+    ChartArea area{mainLoop};
+    RadialController& chart = area.controller();
+    int sectors = 0;
+};
+
+/// Ring count and outlines, as at each tick of a scan.
+void benchLayout(int rounds) {
+    constexpr int kSmallFiles = 2770; // a million in all
+    ShownChart shown(kSmallFiles);
+    std::vector<double> layout;
+    for (int round = 0; round < rounds; ++round) {
+        const CostMeter meter;
+        shown.chart.initCountOfSublevels(true);
+        double sum = 0;
+        forEachSector(*shown.tree.root(), shown.chart.getLayout(), [&](const Sector& sector) {
+            SectorPath path;
+            FillSectorPath(shown.chart.getLayout(), path, sector.nSubLevel, sector.dSkAngle,
+                           sector.dDeltaAngle, 0.2);
+            sum += path.dLineWidth;
+            return SectorVisit::Descend;
+        });
+        layout.push_back(meter.cost().wall);
+        if (sum <= 0)
+            fail("the chart shows nothing");
+    }
+    printFigure("chart: layout for one tick, a million nodes", 8, median(layout) * kMillis, "ms",
+                shown.remark());
+}
+
+void benchPaint(int rounds) {
+    ShownChart shown(10);
+    const RadialView& view = shown.area.getRadialView();
+    QImage picture(ShownChart::kSize, QImage::Format_ARGB32_Premultiplied);
+    std::vector<double> paint;
+    for (int round = 0; round < rounds; ++round) {
+        picture.fill(Qt::transparent);
+        const CostMeter meter;
+        QPainter painter(&picture);
+        painter.setTransform(view.getChartTransform());
+        shown.chart.DrawRadialSructure(painter, view.getChartBounds());
+        painter.end();
+        paint.push_back(meter.cost().wall);
+    }
+    printFigure("chart: full paint at 900 x 700, 1x", 12, median(paint) * kMillis, "ms", shown.remark());
+}
+
+/// The pointer goes round the third ring, from sector to sector.
+void benchHover() {
+    constexpr int kRing = 3;
+    constexpr int kSteps = 360;
+    ShownChart shown(10);
+    const double radius = shown.chart.getLayout().getRadius(kRing) * 0.95;
+    const QPointF middle(ShownChart::kSize.width() / 2.0, ShownChart::kSize.height() / 2.0);
+    std::vector<double> hover;
+    for (int step = 0; step < kSteps; ++step) {
+        const double angle = step * 2 * std::numbers::pi / kSteps;
+        const QPointF at = middle + QPointF(radius * std::cos(angle), radius * std::sin(angle));
+        QMouseEvent move(QEvent::MouseMove, at, shown.area.mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                         Qt::NoModifier);
+        const CostMeter meter;
+        QCoreApplication::sendEvent(&shown.area.getRadialView(), &move);
+        QCoreApplication::processEvents();
+        hover.push_back(meter.cost().wall);
+    }
+    printMeasure("chart: pointing at another sector, until its outline is painted", median(hover) * kMillis,
+                 "ms");
+}
+
+void benchChart(int rounds) {
+    constexpr int kRunsInRound = 10;
+    benchLayout(rounds * kRunsInRound);
+    benchPaint(rounds * kRunsInRound);
+    benchHover();
+}
+
+int usage() {
+    std::fputs("Usage: veltrano_window_bench scan NAME PATH ROUNDS\n"
+               "       veltrano_window_bench chart ROUNDS\n"
+               "Prints rows of what, at most, measured. Needs a display, or the offscreen platform.\n",
+               stderr);
+    return 2;
+}
+
+int parseRounds(const char* text) {
+    int rounds = 0;
+    const auto [end, error] = std::from_chars(text, text + std::strlen(text), rounds);
+    return error == std::errc() && *end == '\0' && rounds > 0 ? rounds : 0;
+}
+
+int run(int argc, char* argv[]) {
+    if (argc == 3 && std::strcmp(argv[1], "chart") == 0 && parseRounds(argv[2]) > 0)
+        benchChart(parseRounds(argv[2]));
+    else if (argc == 5 && std::strcmp(argv[1], "scan") == 0 && parseRounds(argv[4]) > 0)
+        benchScan(argv[2], argv[3], parseRounds(argv[4]));
+    else
+        return usage();
+    return 0;
+}
+
+} // namespace
+
+} // namespace veltrano
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    veltrano::applyLook(application);
+    return veltrano::run(argc, argv);
+}
