@@ -47,5 +47,19 @@ TEST_F(HomeFolderTest, aRelativePathIsNotBelieved) {
     EXPECT_EQ(homeFolder(), listedHome());
 }
 
+TEST(HomeFolderOfUser, isThatOfTheListOfUsers) {
+    const passwd* const user = ::getpwuid(::getuid());
+    ASSERT_NE(user, nullptr);
+    const std::string name = user->pw_name;
+    const std::string folder = user->pw_dir;
+    EXPECT_EQ(homeFolderOfUser(name), folder);
+}
+
+TEST(HomeFolderOfUser, isNothingForSomebodyUnknown) {
+    EXPECT_EQ(homeFolderOfUser("nobody of this name"), std::nullopt);
+    EXPECT_EQ(homeFolderOfUser(""), std::nullopt);
+    EXPECT_EQ(homeFolderOfUser(std::string("root\0x", 6)), std::nullopt);
+}
+
 } // namespace
 } // namespace veltrano

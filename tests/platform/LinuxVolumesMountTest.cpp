@@ -22,7 +22,8 @@ class LinuxVolumesMountTest : public testing::Test {
 protected:
     /// The child's side.
     struct Watched {
-        Watched() : volumes(loop, patiently(), kPlenty) {
+        explicit Watched(const VolumeReader::Options& options = patiently())
+            : volumes(loop, options, kPlenty) {
             volumes.mountedLocalVolumes();
             volumes.observe({.didMount = [this](const std::string& path) { mounted.push_back(path); },
                              .didUnmount =
@@ -158,6 +159,47 @@ TEST_F(LinuxVolumesMountTest, bindMountOfADiskIsNoSecondVolume) {
             return kNotPermitted;
         Watched watched;
         return watched.at(m_disk) && !watched.at(second) ? "one" : "other than one";
+    });
+}
+
+TEST_F(LinuxVolumesMountTest, deadServerIsListedWithWhatIsKnownAndHoldsUpNoOther) {
+    expectAnswer("silent, network; the disk answered", [this]() -> std::string {
+        const DeadMount server(m_dir.path("second"));
+        const LoopDisk disk(m_dir.path("image"), kDiskBytes, m_disk);
+        if (!server.isMounted() || !disk.isMounted())
+            return kNotPermitted;
+        Watched watched{VolumeReader::Options{}};
+        const VolumeFacts* const silent = watched.at(m_dir.path("second"));
+        if (!silent || !watched.at(m_disk))
+            return "not listed";
+        return std::string(silent->hasAnswered ? "answered, " : "silent, ") +
+               (silent->device.protocol ? "local; " : "network; ") +
+               (watched.loop.runUntil([&] { return watched.at(m_disk)->hasAnswered; }) ? "the disk answered"
+                                                                                       : "so was the disk");
+    });
+}
+
+TEST_F(LinuxVolumesMountTest, deadServerThatIsGivenUpLeavesTheList) {
+    expectAnswer("left", [this]() -> std::string {
+        DeadMount server(m_dir.path("second"));
+        if (!server.isMounted())
+            return kNotPermitted;
+        Watched watched{VolumeReader::Options{}};
+        if (!watched.at(m_dir.path("second")))
+            return "not listed";
+        server.giveUp();
+        return watched.waitFor(watched.unmounted) && !watched.at(m_dir.path("second")) ? "left" : "stayed";
+    });
+}
+
+TEST_F(LinuxVolumesMountTest, deadServerThatComesLaterIsTold) {
+    expectAnswer("told", [this]() -> std::string {
+        Watched watched{VolumeReader::Options{}};
+        const DeadMount server(m_dir.path("second"));
+        if (!server.isMounted())
+            return kNotPermitted;
+        return watched.waitFor(watched.mounted) && watched.mounted.front() == m_dir.path("second") ? "told"
+                                                                                                   : "missed";
     });
 }
 

@@ -1,8 +1,12 @@
 #include "support/RealMounts.h"
 
+#include <array>
 #include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
+#include <linux/fuse.h>
 #include <linux/loop.h>
+#include <poll.h>
 #include <sched.h>
 #include <sys/ioctl.h>
 #include <sys/mount.h>
@@ -53,6 +57,25 @@ int attach(const std::string& file, std::string& device) {
     return loop;
 }
 
+/// Answers the kernel's first message, without which it takes no questions for the file system.
+bool greetKernel(int server) {
+    std::array<char, FUSE_MIN_READ_BUFFER> message{};
+    fuse_in_header question{};
+    if (::read(server, message.data(), message.size()) < static_cast<ssize_t>(sizeof question))
+        return false;
+    std::memcpy(&question, message.data(), sizeof question);
+    struct {
+        fuse_out_header header;
+        fuse_init_out body;
+    } answer{};
+    answer.header = {.len = sizeof answer, .error = 0, .unique = question.unique};
+    answer.body.major = FUSE_KERNEL_VERSION;
+    answer.body.minor = FUSE_KERNEL_MINOR_VERSION;
+    answer.body.max_write = 4096;
+    return question.opcode == FUSE_INIT &&
+           ::write(server, &answer, sizeof answer) == static_cast<ssize_t>(sizeof answer);
+}
+
 } // namespace
 
 bool hasPrivateMounts() {
@@ -75,6 +98,39 @@ LoopDisk::~LoopDisk() {
 
 bool LoopDisk::unmount() {
     return std::exchange(m_bMounted, false) && ::umount2(m_mountPoint.c_str(), MNT_DETACH) == 0;
+}
+
+DeadMount::DeadMount(std::string mountPoint) : m_mountPoint(std::move(mountPoint)) {
+    const int server = ::open("/dev/fuse", O_RDWR | O_CLOEXEC);
+    if (server < 0)
+        return;
+    const std::string options = "fd=" + std::to_string(server) +
+                                ",rootmode=40000,user_id=" + std::to_string(::geteuid()) +
+                                ",group_id=" + std::to_string(::getegid());
+    if (::mount("server:/folder", m_mountPoint.c_str(), "fuse.sshfs", MS_NODEV | MS_NOSUID,
+                options.c_str()) == 0) {
+        m_nServer = server;
+        m_bMounted = greetKernel(server);
+    } else {
+        ::close(server);
+    }
+}
+
+DeadMount::~DeadMount() {
+    giveUp();
+    if (m_bMounted)
+        ::umount2(m_mountPoint.c_str(), MNT_DETACH);
+}
+
+bool DeadMount::waitForQuestion(int seconds) {
+    constexpr int kMillis = 1000;
+    pollfd questions{m_nServer, POLLIN, 0};
+    return ::poll(&questions, 1, seconds * kMillis) == 1 && (questions.revents & POLLIN) != 0;
+}
+
+void DeadMount::giveUp() {
+    if (m_nServer >= 0)
+        ::close(std::exchange(m_nServer, -1));
 }
 
 } // namespace veltrano

@@ -30,4 +30,30 @@ private:
     bool m_bMounted = false;
 };
 
+/// A mount of a server that is away: whoever asks it anything waits until it is given up. Made of the
+/// kernel's own interface for file systems in programs, of which this one never answers. For a process with
+/// private mounts.
+class DeadMount {
+public:
+    /// Mounts at a folder, under the name of a network file system.
+    explicit DeadMount(std::string mountPoint);
+    DeadMount(const DeadMount&) = delete;
+    DeadMount& operator=(const DeadMount&) = delete;
+    ~DeadMount();
+
+    /// False where this system has no such mounts or does not allow them.
+    bool isMounted() const { return m_bMounted; }
+
+    /// Whether somebody asks it anything within so many seconds, and so waits from then on.
+    [[nodiscard]] bool waitForQuestion(int seconds = 60);
+
+    /// Ends the connection: whoever waits hears that nobody is there any more. The mount stays.
+    void giveUp();
+
+private:
+    std::string m_mountPoint;
+    int m_nServer = -1; // descriptor
+    bool m_bMounted = false;
+};
+
 } // namespace veltrano

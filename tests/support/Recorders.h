@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Alerts.h"
+#include "platform/Desktop.h"
 #include "platform/FileActions.h"
 #include "platform/Sounds.h"
 
@@ -28,6 +29,18 @@ public:
     void play(std::string_view name) override { played.emplace_back(name); }
 
     std::vector<std::string> played;
+};
+
+/// Keeps what the desktop was asked for, each call with its paths.
+class RecordingDesktop final : public Desktop {
+public:
+    void showItems(const std::vector<std::string>& paths) override { shown.push_back(paths); }
+    void showItemProperties(const std::vector<std::string>& paths) override { explained.push_back(paths); }
+    void openAddress(const std::string& url) override { opened.push_back(url); }
+
+    std::vector<std::vector<std::string>> shown;
+    std::vector<std::vector<std::string>> explained;
+    std::vector<std::string> opened;
 };
 
 /// Whatever is asked for exists, or nothing does.

@@ -14,4 +14,14 @@ std::string homeFolder() {
     return user != nullptr && user->pw_dir != nullptr && user->pw_dir[0] == '/' ? user->pw_dir : "/";
 }
 
+std::optional<std::string> homeFolderOfUser(const std::string& user) {
+    // The system would take a NUL for the end and answer for another user.
+    if (user.empty() || user.find('\0') != std::string::npos)
+        return std::nullopt;
+    const passwd* const found = ::getpwnam(user.c_str());
+    if (found == nullptr || found->pw_dir == nullptr || found->pw_dir[0] != '/')
+        return std::nullopt;
+    return found->pw_dir;
+}
+
 } // namespace veltrano
