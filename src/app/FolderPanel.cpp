@@ -6,12 +6,12 @@
 #include "app/TypedPath.h"
 #include "appearance/CheckBox.h"
 #include "appearance/Fonts.h"
+#include "appearance/Painting.h"
 #include "appearance/PushButton.h"
 #include "tree/PathComponents.h"
 
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLinearGradient>
 #include <QPainter>
 #include <QShortcut>
 #include <QStandardItemModel>
@@ -411,10 +411,7 @@ void FolderPanel::layOut() {
 
 void FolderPanel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    QLinearGradient ground(0, 0, 0, height());
-    ground.setColorAt(0, tokens::kSheet.top);
-    ground.setColorAt(1, tokens::kSheet.foot);
-    painter.fillRect(rect(), ground);
+    drawSheetGround(painter, rect());
 }
 
 } // namespace veltrano

@@ -18,6 +18,14 @@ void drawPlate(QPainter& painter, const QRectF& rectangle, const tokens::Plate& 
     painter.restore();
 }
 
+void drawSheetGround(QPainter& painter, const QRect& rectangle) {
+    QLinearGradient ground(rectangle.topLeft(),
+                           QPoint(rectangle.left(), rectangle.top() + rectangle.height()));
+    ground.setColorAt(0, tokens::kSheet.top);
+    ground.setColorAt(1, tokens::kSheet.foot);
+    painter.fillRect(rectangle, ground);
+}
+
 void drawFocusRing(QPainter& painter, const QRectF& rectangle, double radius) {
     constexpr double kGap = 2;   // points between the edge and the ring
     constexpr double kWidth = 2; // points
