@@ -26,6 +26,9 @@ public:
     /// The colour of an age class, 0 to 7; anything else counts as 0, the unknown age.
     QColor getColorByTimeCode(std::uint8_t timeCode) const;
 
+    /// Whether groups of the sidebar are drawn as plain texts. They never are: there is one way of drawing.
+    bool oldDraw() const { return false; }
+
     // What a table cell is about to draw: it sets these just before and clears them after.
     bool isSelectedCellDrawing() const { return m_bSelectedCellDrawing; }
     void setSelectedCellDrawing(bool drawing) { m_bSelectedCellDrawing = drawing; }

@@ -1,5 +1,6 @@
 #include "appearance/Fonts.h"
 
+#include <QPainter>
 #include <QStringList>
 
 namespace veltrano {
@@ -21,6 +22,21 @@ QFont tabularFont(int pixelSize, QFont::Weight weight) {
     font.setFamilies({QStringLiteral("Lucida Grande"), QStringLiteral("Noto Sans"),
                       QStringLiteral("DejaVu Sans"), QStringLiteral("sans-serif")});
     return font;
+}
+
+QFont VTFontWithSize(int size, QFont::Weight weight) {
+    return interfaceFont(size, weight);
+}
+
+QFont VTBoldFontWithSize(int size) {
+    return interfaceFont(size, QFont::Bold);
+}
+
+void prepareCurrentContextForTextDraw(QPainter& painter) {
+    QFont font = painter.font();
+    const int strategy = font.styleStrategy() | QFont::NoSubpixelAntialias;
+    font.setStyleStrategy(static_cast<QFont::StyleStrategy>(strategy));
+    painter.setFont(font);
 }
 
 } // namespace veltrano
