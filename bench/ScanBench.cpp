@@ -5,6 +5,7 @@
 #include "bench/LargeTree.h"
 #include "platform/linux/LinuxCatalogue.h"
 #include "scan/CModel.h"
+#include "support/FakeVolumes.h"
 #include "support/MemoryDisk.h"
 #include "support/ThreadMainLoop.h"
 #include "tree/TreeStorage.h"
@@ -69,8 +70,8 @@ std::ptrdiff_t threadCount() {
 class Scanner {
 public:
     explicit Scanner(std::shared_ptr<FileCatalogue> catalogue)
-        : m_model(m_loop, m_notifications, std::move(catalogue), TimeCode(currentCatalogueDate),
-                  ScanFacts{}) {
+        : m_model(m_loop, m_notifications, std::move(catalogue), TimeCode(currentCatalogueDate), ScanFacts{},
+                  m_volumes) {
         m_notifications.addObserver(std::string(FinishWalkingVolume),
                                     [this](const auto&) { m_bEnded = true; });
         m_notifications.addObserver(std::string(WalkingVolumeCanceled),
@@ -145,6 +146,7 @@ private:
 
     ThreadMainLoop m_loop;
     NotificationCentre m_notifications;
+    FakeVolumes m_volumes;
     CModel m_model;
     bool m_bEnded = false;
 };

@@ -11,7 +11,11 @@
 #include "chart/RadialView.h"
 #include "chart/geometry/SectorWalk.h"
 #include "platform/linux/LinuxCatalogue.h"
+#include "platform/linux/LinuxFolderQuestions.h"
 #include "platform/posix/PosixFileActions.h"
+#include "support/FakeVolumes.h"
+#include "support/MapSettings.h"
+#include "support/Recorders.h"
 #include "support/TreeBuilder.h"
 
 #include <QApplication>
@@ -84,9 +88,17 @@ private:
 /// The program as its main function puts it together.
 struct Program {
     Program()
-        : controller({mainLoop, notifications, alerts, sounds, files},
+        : controller({.mainLoop = mainLoop,
+                      .notifications = notifications,
+                      .alerts = alerts,
+                      .sounds = sounds,
+                      .files = files,
+                      .settings = settings,
+                      .desktop = desktop,
+                      .volumes = volumes,
+                      .folderQuestions = folderQuestions},
                      std::make_unique<CModel>(mainLoop, notifications, catalogue,
-                                              TimeCode(currentCatalogueDate), ScanFacts{}),
+                                              TimeCode(currentCatalogueDate), ScanFacts{}, volumes),
                      window) {
         window.show();
         meter.run([this] { return window.windowHandle() && window.windowHandle()->isExposed(); });
@@ -94,10 +106,14 @@ struct Program {
     }
 
     QtMainLoop mainLoop;
+    FakeVolumes volumes;
     NotificationCentre notifications;
     NoAlerts alerts;
     NoSounds sounds;
     PosixFileActions files;
+    MapSettings settings;
+    RecordingDesktop desktop;
+    LinuxFolderQuestions folderQuestions{mainLoop};
     std::shared_ptr<FileCatalogue> catalogue = std::make_shared<LinuxCatalogue>();
     MainWindow window{mainLoop, catalogue, "/"};
     CSTreeController controller;
@@ -266,8 +282,46 @@ void benchChart(int rounds) {
     benchHover();
 }
 
+/// Counts how often a widget is painted.
+class PaintCounter final : public QObject {
+public:
+    explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint)
+            ++paints;
+        return false;
+    }
+
+    int paints = 0;
+};
+
+/// From one scanned tree to another and back, each time until its chart is painted.
+void benchSwitch(int rounds) {
+    constexpr int kSmallFiles = 2770; // a million in all
+    test::TreeBuilder other = makeTree(kSmallFiles);
+    ShownChart shown(kSmallFiles);
+    const std::array roots{other.root(), shown.tree.root()};
+    PaintCounter counter(shown.area.getRadialView());
+    LoopMeter meter;
+    meter.run([&] { return counter.paints > 0; });
+    std::vector<double> switching;
+    for (int round = 0; round < 2 * rounds; ++round) {
+        const int before = counter.paints;
+        const double click = meter.now();
+        shown.chart.setRoot(roots[static_cast<std::size_t>(round % 2)], true, true);
+        meter.run([&] { return counter.paints > before; });
+        switching.push_back(meter.now() - click);
+    }
+    shown.chart.setRoot(nullptr, true, false); // one of the trees goes before the chart
+    printFigure("chart: from one tree of a million files to another", 50, quantile(switching, 1) * kMillis,
+                "ms",
+                "longest of " + std::to_string(switching.size()) + ", usual " +
+                    text(median(switching) * kMillis, 1) + " ms, " + shown.remark());
+}
+
 int usage() {
     std::fputs("Usage: veltrano_window_bench scan NAME PATH ROUNDS\n"
+               "       veltrano_window_bench switch ROUNDS\n"
                "       veltrano_window_bench chart ROUNDS\n"
                "Prints rows of what, at most, measured. Needs a display, or the offscreen platform.\n",
                stderr);
@@ -283,6 +337,8 @@ int parseRounds(const char* text) {
 int run(int argc, char* argv[]) {
     if (argc == 3 && std::strcmp(argv[1], "chart") == 0 && parseRounds(argv[2]) > 0)
         benchChart(parseRounds(argv[2]));
+    else if (argc == 3 && std::strcmp(argv[1], "switch") == 0 && parseRounds(argv[2]) > 0)
+        benchSwitch(parseRounds(argv[2]));
     else if (argc == 5 && std::strcmp(argv[1], "scan") == 0 && parseRounds(argv[4]) > 0)
         benchScan(argv[2], argv[3], parseRounds(argv[4]));
     else

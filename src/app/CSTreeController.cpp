@@ -2,25 +2,48 @@
 
 #include "app/DisplayText.h"
 #include "app/MainWindow.h"
-#include "app/ProgressBlock.h"
+#include "app/p1AppDelegate.h"
+#include "appearance/PushButton.h"
 #include "chart/ChartArea.h"
 #include "chart/RadialController.h"
-#include "scan/SizeText.h"
-#include "tree/PathComponents.h"
 
-#include <QLocale>
-
+#include <algorithm>
 #include <utility>
 
 namespace veltrano {
+
+namespace {
+
+/// From the start to the first look at the volumes, seconds: by then the start is over.
+constexpr double kFirstVolumesUpdate = 20;
+
+} // namespace
 
 CSTreeController::CSTreeController(const Services& services, std::unique_ptr<CModel> model,
                                    MainWindow& window)
     : m_services(services),
       mainWindow(window),
       mRadialController(window.chartArea().controller()),
-      dirwalker(std::move(model)) {
+      dirwalker(std::move(model)),
+      mFFoldersController(services.settings, services.folderQuestions, services.favouritePlaces),
+      mRecentsController(services.settings, services.folderQuestions),
+      mVolsController(std::make_unique<VolumesTableController>(window.sidebarTable(), *this,
+                                                               mFFoldersController, mRecentsController)) {
+    awake();
+}
+
+void CSTreeController::awake() {
     mRadialController.setHost(this);
+    connectWindow();
+    connectMenus();
+    enumVolumes();
+
+    m_services.volumes.observe({.didMount = [this](const std::string& path) { didMountVolume(path); },
+                                .didUnmount = [this](const std::string& path) { didUnmountVolume(path); },
+                                .didChange =
+                                    [this] {
+                                        simpleUpdateVolumesInfo();
+                                    }});
 
     auto observe = [this](std::string_view name, NotificationCentre::Handler handler) {
         m_observers.push_back(m_services.notifications.addObserver(std::string(name), std::move(handler)));
@@ -29,7 +52,24 @@ CSTreeController::CSTreeController(const Services& services, std::unique_ptr<CMo
     observe(DIUpdateProgressNotification, [this](const Object& counted) { updateProgress(counted); });
     observe(FinishWalkingVolume, [this](const Object&) { walkfinished(); });
     observe(WalkingVolumeCanceled, [this](const Object&) { walkcanceled(); });
+    observe(InitTreeControllerParameters, [this](const Object&) { InitPrefParameters(); });
+    observe(ApplicationWillTerminate, [this](const Object&) { SavePrefParameters(); });
 
+    schedulePeriodicUpdate(kFirstVolumesUpdate);
+    showScanState();
+}
+
+CSTreeController::~CSTreeController() {
+    for (const auto token : m_observers)
+        m_services.notifications.removeObserver(token);
+    m_services.volumes.observe({});
+    for (const auto token : {m_nDelayedUpdate, m_nFinishRun, m_nChartUpdate, m_nPeriodicUpdate})
+        m_services.mainLoop.cancel(token);
+    mRadialController.setRoot(nullptr);
+    mRadialController.setHost(nullptr);
+}
+
+void CSTreeController::connectWindow() {
     connect(&mainWindow, &MainWindow::scanToggled, this, &CSTreeController::toggleStartStopScan);
     connect(&mainWindow, &MainWindow::folderPanelRequested, this, &CSTreeController::actionScanFolder);
     connect(&mainWindow, &MainWindow::folderChosen, this,
@@ -42,60 +82,37 @@ CSTreeController::CSTreeController(const Services& services, std::unique_ptr<CMo
         mRadialController.ResumeAnimation();
         mRadialController.showSelectionAfterLiveResize();
     });
+    connect(&mainWindow.removeEntryButton(), &QAbstractButton::clicked, this,
+            &CSTreeController::actionRemoveFolder);
+    connect(mVolsController.get(), &VolumesTableController::contextMenuRequested, &mainWindow,
+            &MainWindow::showEntryMenu);
 }
 
-CSTreeController::~CSTreeController() {
-    for (const auto token : m_observers)
-        m_services.notifications.removeObserver(token);
-    m_services.mainLoop.cancel(m_nDelayedUpdate);
-    m_services.mainLoop.cancel(m_nFinishRun);
-    m_services.mainLoop.cancel(m_nChartUpdate);
-    mRadialController.setHost(nullptr);
+void CSTreeController::setRootForRadial(VolumeFolderProtocol* root,
+                                        const std::shared_ptr<TopLevelItem>& withVolume) {
+    // The entry before may have been the root, so it goes after it has been replaced there.
+    const std::shared_ptr<TopLevelItem> before = std::exchange(m_pShownEntry, withVolume);
+    mRadialController.setRoot(root, true, true);
 }
 
-void CSTreeController::actionScanFolder() {
-    if (!isProcessing())
-        mainWindow.openFolderPanel();
+void CSTreeController::setRootForRadial(VolumeFolderProtocol* root) {
+    mRadialController.setRoot(root, true, true);
 }
 
-void CSTreeController::doScanFolder(const std::string& path) {
-    // A volume is a large thing to read: choosing its root selects it, and its scan is asked for by itself.
-    if (auto volume = dirwalker->getVolumeItemWithPath(path)) {
-        m_pSelectedEntry = std::move(volume);
-        mainWindow.setCanScan(true);
-        return;
-    }
-    if (!m_pSelectedEntry || m_pSelectedEntry->getPath() != path) {
-        std::string name(lastPathComponent(path));
-        m_pSelectedEntry = std::make_shared<FolderItem>(path, std::move(name), 0, 0, 0);
-    }
-    startAction();
+void CSTreeController::setPathControlTextForItem(VolumeFolderProtocol* item) {
+    // Every change of the chart's root comes by here.
+    mainWindow.setStartHintShown(item == nullptr);
 }
 
-void CSTreeController::actionRemoveFolder() {
-    mRadialController.setRoot(nullptr);
-    m_pSelectedEntry.reset();
-    mainWindow.setCanScan(false);
-    mainWindow.setStartHintShown(true);
-}
+void CSTreeController::treeIsDropped(FolderSystemItem&) {}
 
 QString CSTreeController::getDisplayText(std::string_view bytes) const {
     return displayText(bytes);
 }
 
-void CSTreeController::showProgress() {
-    ProgressBlock& progress = mainWindow.progress();
-    progress.bar().setIndeterminate(dockProgress.indeterminate);
-    progress.bar().setValue(dockProgress.value);
-}
-
-void CSTreeController::showStatus() {
-    // Without an end in sight, what has been found says more than how often it was reported.
-    const QString bytes =
-        mdProgress > 0
-            ? QString::fromStdString(stringFromFileSizeShort1(static_cast<std::int64_t>(mdProgress)))
-            : QString();
-    mainWindow.progress().setCounter(dockProgress.indeterminate ? bytes : QLocale().toString(nposition));
+std::string CSTreeController::getLocalizedPath(std::string path) {
+    std::replace(path.begin(), path.end(), ':', '/');
+    return path;
 }
 
 } // namespace veltrano

@@ -5,11 +5,12 @@
 #include "app/DisplayText.h"
 #include "app/MainWindow.h"
 #include "app/ProgressBlock.h"
+#include "appearance/PushButton.h"
 #include "chart/ChartArea.h"
 #include "chart/RadialController.h"
 #include "scan/SizeText.h"
 
-#include <QPointer>
+#include <QLocale>
 
 #include <any>
 #include <utility>
@@ -39,49 +40,42 @@ void CSTreeController::toggleStartStopScan() {
 }
 
 void CSTreeController::startAction() {
-    if (isProcessing() || !m_pSelectedEntry)
+    if (isProcessing())
         return;
-    const std::string path = m_pSelectedEntry->getPath();
-    if (!m_services.files.fileExistsAtPath(path)) {
-        askAboutVanishedFolder(path);
+    const std::optional<std::string> path = mVolsController->getSelectedVolume();
+    if (!path)
+        return;
+    if (!isThere(*path)) {
+        askAboutVanishedFolder(*path);
         return;
     }
     initstart();
-    initSizeCaptions(path);
+    initSizeCaptions(*path);
     // No list of the biggest files takes part yet.
-    const auto root = dirwalker->StartWalkWithPath(path, static_cast<std::uint64_t>(nvoloc), nullptr);
+    const auto root = dirwalker->StartWalkWithPath(*path, static_cast<std::uint64_t>(nvoloc), nullptr);
     mRadialController.setRoot(root.get(), true, true);
-    m_pSelectedEntry->setScannedRoot(root);
-    m_pSelectedEntry->setScanCompleted(false);
-    m_pScannedEntry = m_pSelectedEntry;
+    mVolsController->setScannedRootInfo(root, false);
     mRadialController.StartAnimation();
-    mainWindow.setStartHintShown(false);
-    mainWindow.setCanScan(false);
-    mainWindow.setScanning(true);
-}
-
-void CSTreeController::askAboutVanishedFolder(const std::string& path) {
-    Alerts::Question question;
-    question.message = "Can't scan folder.";
-    question.informativeText =
-        "Folder \"" + displayText(path).toStdString() + "\" does not exist. Remove it from the Favorites?";
-    question.buttons = {"Yes", "No"};
-    // The answer is about the entry that the question names, whatever is selected by then.
-    const QPointer<CSTreeController> self(this);
-    m_services.alerts.ask(question, [self, entry = m_pSelectedEntry](int button) {
-        if (self && button == 0 && self->m_pSelectedEntry == entry)
-            self->actionRemoveFolder();
-    });
+    setCanStart(false);
+    mVolsController->reloadData();
+    showScanState();
 }
 
 void CSTreeController::initstart() {
     nposition = 0;
     dirwalker->ClearResultsTree();
-    dockProgress = ScanProgress{.value = ScanProgress::kMinimum, .indeterminate = !m_pSelectedEntry->isVol()};
+    // What is left of the finish run of a scan that was overtaken would end this one.
+    m_services.mainLoop.cancel(std::exchange(m_nFinishRun, 0));
+    const auto selected = mVolsController->getObjectForSelectedRow();
+    dockProgress =
+        ScanProgress{.value = ScanProgress::kMinimum, .indeterminate = !selected || !selected->isVol()};
     mdProgress = 0;
-    mainWindow.progress().setText(tr("Scanning “%1”").arg(displayText(m_pSelectedEntry->getDisplayName())));
+    if (selected)
+        mainWindow.progress().setText(tr("Scanning “%1”").arg(displayText(selected->getDisplayName())));
     mainWindow.progress().setCounter(QString());
     showProgress();
+    mainWindow.progress().bar().setDrawDockProgress(true);
+    mainWindow.progress().bar().startAnimation();
     scheduleUpdateProgressDelay();
 }
 
@@ -128,7 +122,8 @@ void CSTreeController::updateProgressDelay() {
 
 void CSTreeController::walkfinished() {
     cancelUpdateProgressDelay();
-    if (dockProgress.value == ScanProgress::kMaximum)
+    // A bar without an end is never there, though the numbers of another volume may say so.
+    if (!dockProgress.indeterminate && dockProgress.value == ScanProgress::kMaximum)
         walkEnd(true);
     else
         initfinalizeTimer();
@@ -165,29 +160,64 @@ void CSTreeController::walkEnd(bool completed) {
     cancelUpdateProgressDelay();
     mRadialController.StopAnimation();
     dirwalker->setStartPath(std::nullopt);
+    mainWindow.progress().bar().setDrawDockProgress(false);
     dockProgress.value = ScanProgress::kMinimum;
     showProgress();
-    mainWindow.setScanning(false);
-    mainWindow.setCanScan(m_pSelectedEntry != nullptr);
-    const auto root = dirwalker->getRootItem();
-    if (root)
+    mainWindow.progress().bar().stopAnimation();
+    mVolsController->reloadData();
+    setCanStart(true);
+    // Held here: what hears of the end may start another scan.
+    const std::shared_ptr<FolderSystemItem> root = dirwalker->getRootItem();
+    if (root) {
         root->initSizesByLevels();
-    if (m_pScannedEntry) {
-        m_pScannedEntry->setScannedRoot(root);
-        m_pScannedEntry->setScanCompleted(completed);
+        mVolsController->setScannedRootInfo(root, completed);
+        if (mVolsController->getSelectedVolume() == root->getFullPath())
+            setRootForRadial(root.get(), mVolsController->getObjectForSelectedRow());
     }
-    if (root && m_pSelectedEntry && m_pSelectedEntry->getPath() == root->getFullPath())
-        mRadialController.setRoot(root.get(), true, true);
-    ++m_nScanned;
-    if (m_bPlayFinishSound)
+    showScanState();
+    BBScanedNotify();
+    if (getPlayFinishSound())
         m_services.sounds.play("Submarine");
+}
+
+void CSTreeController::BBScanedNotify() {
+    ++m_settings.m_nScanned;
+    SavePrefParameters();
 }
 
 void CSTreeController::stopAction() {
     if (isProcessing())
-        mainWindow.setCanScan(false);
+        setCanStart(false);
     dirwalker->StopWalking();
+    showScanState();
+}
+
+void CSTreeController::setCanStart(bool canStart) {
+    m_bCanStart = canStart;
+    mVolsController->setCanStart(canStart);
+}
+
+void CSTreeController::showScanState() {
     mainWindow.setScanning(isProcessing());
+    const auto selected = mVolsController->getObjectForSelectedRow();
+    mainWindow.setCanScan(m_bCanStart && selected);
+    mainWindow.removeEntryButton().setEnabled(selected && selected->isFolder());
+    validateMenuItems();
+}
+
+void CSTreeController::showProgress() {
+    ProgressBlock& progress = mainWindow.progress();
+    progress.bar().setIndeterminate(dockProgress.indeterminate);
+    progress.bar().setDoubleValue(dockProgress.value);
+}
+
+void CSTreeController::showStatus() {
+    // Without an end in sight, what has been found says more than how often it was reported.
+    const QString bytes =
+        mdProgress > 0
+            ? QString::fromStdString(stringFromFileSizeShort1(static_cast<std::int64_t>(mdProgress)))
+            : QString();
+    mainWindow.progress().setCounter(dockProgress.indeterminate ? bytes : QLocale().toString(nposition));
 }
 
 } // namespace veltrano

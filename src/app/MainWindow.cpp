@@ -11,7 +11,6 @@
 
 #include <QAction>
 #include <QLabel>
-#include <QMenuBar>
 #include <QPainter>
 #include <QResizeEvent>
 #include <QScreen>
@@ -27,7 +26,6 @@ constexpr QSize kDefaultSize(1180, 760);
 constexpr QSize kMinimumSize(960, 600);
 constexpr QSizeF kGroundStrip(64, 1600);        // of the window's ground, cut from the top
 constexpr QColor kGroundFoot(0xE3, 0xEA, 0xF2); // where the ground ends, and below
-constexpr int kMenuBarHeight = 28;
 constexpr int kHeaderHeight = 52;
 constexpr int kFooterHeight = 44;  // of the window; the footer itself is a point higher
 constexpr int kSidebarWidth = 270; // with its hairline
@@ -57,31 +55,12 @@ QSize MainWindow::startSize(const QSize& available) {
     return kDefaultSize.boundedTo(available).expandedTo(kMinimumSize);
 }
 
-void MainWindow::createMenus() {
-    menuBar()->setFont(interfaceFont(12));
-    menuBar()->setFixedHeight(kMenuBarHeight);
+CCTableView& MainWindow::sidebarTable() {
+    return m_pSidebar->table();
+}
 
-    QMenu* const program = menuBar()->addMenu(tr("Ve&ltrano"));
-    QFont bold = interfaceFont(12, QFont::Bold);
-    program->menuAction()->setFont(bold);
-    QAction* const quit = program->addAction(tr("&Quit Veltrano"));
-    quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
-    connect(quit, &QAction::triggered, this, &QWidget::close);
-
-    QMenu* const file = menuBar()->addMenu(tr("&File"));
-    m_pFolderAction = file->addAction(tr("&Select Folder to Scan…"));
-    m_pFolderAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
-    connect(m_pFolderAction, &QAction::triggered, this, &MainWindow::folderPanelRequested);
-
-    QMenu* const view = menuBar()->addMenu(tr("&View"));
-    m_pFullScreenAction = view->addAction(tr("Enter &Full Screen"));
-    m_pFullScreenAction->setShortcut(QKeySequence(Qt::Key_F11));
-    connect(m_pFullScreenAction, &QAction::triggered, this, &MainWindow::toggleFullScreen);
-
-    QMenu* const scan = menuBar()->addMenu(tr("&Scan"));
-    m_pScanAction = scan->addAction(QString());
-    m_pScanAction->setShortcut(QKeySequence(Qt::Key_F5));
-    connect(m_pScanAction, &QAction::triggered, this, &MainWindow::scanToggled);
+PushButton& MainWindow::removeEntryButton() {
+    return m_pFooter->removeEntryButton();
 }
 
 void MainWindow::createRegions(MainLoop& mainLoop) {
@@ -99,7 +78,7 @@ void MainWindow::createRegions(MainLoop& mainLoop) {
     m_pFolderButton->setGlyph(QStringLiteral("extra/scan-folder"));
     m_pFolderButton->setPlateGeometry(kFolderPlate);
     connect(m_pFolderButton, &PushButton::clicked, this, &MainWindow::folderPanelRequested);
-    m_pProgress = new ProgressBlock(m_pHeader);
+    m_pProgress = new ProgressBlock(mainLoop, m_pHeader);
 
     m_pSidebar = new SidebarPanel(body);
     m_pChartArea = new ChartArea(mainLoop, body);
@@ -142,10 +121,7 @@ void MainWindow::setScanning(bool scanning) {
     m_pScanButton->setText(scanning ? tr("Stop Scanning") : tr("Scan Selected"));
     m_pScanButton->setGlyph(scanning ? QStringLiteral("extra/stop") : QStringLiteral("extra/scan"));
     m_pScanButton->setEnabled(scanning || m_bCanScan);
-    m_pScanAction->setText(m_pScanButton->text());
-    m_pScanAction->setEnabled(scanning || m_bCanScan);
     m_pFolderButton->setEnabled(!scanning);
-    m_pFolderAction->setEnabled(!scanning);
     m_pProgress->setVisible(scanning);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/MenuActions.h"
+
 #include <QMainWindow>
 #include <QPixmap>
 #include <QTimer>
@@ -9,9 +11,11 @@
 
 class QAction;
 class QLabel;
+class QMenu;
 
 namespace veltrano {
 
+class CCTableView;
 class ChartArea;
 class FileCatalogue;
 class FooterBand;
@@ -37,9 +41,17 @@ public:
     static QSize startSize(const QSize& available);
 
     ChartArea& chartArea() { return *m_pChartArea; }
+    CCTableView& sidebarTable();
+    /// The button under the sidebar that removes a folder's entry.
+    PushButton& removeEntryButton();
     ProgressBlock& progress() { return *m_pProgress; }
 
-    /// Whether "Scan Selected" can do anything.
+    const MenuActions& menuActions() const { return m_actions; }
+
+    /// Shows the menu of the selected sidebar row at a point of the screen. Does not wait for it.
+    void showEntryMenu(const QPoint& globalPosition);
+
+    /// Whether the button "Scan Selected" can do anything.
     void setCanScan(bool canScan);
 
     /// Turns the scan button into the stop button and back, and shows or hides the progress.
@@ -53,6 +65,8 @@ public:
     void openFolderPanel();
 
 signals:
+    /// A menu is about to be seen: its entries are to be validated.
+    void menusAboutToShow();
     void scanToggled();
     void folderPanelRequested();
     /// The path as bytes.
@@ -66,7 +80,18 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    // MainWindowMenus.cpp.
+    QMenu* addMenu(const QString& title);
     void createMenus();
+    void createProgramMenus();
+    void createViewMenu();
+    void createScanMenu();
+    void createWindowMenu();
+    void createRegionKeys();
+    /// Takes the focus to the next region that has room for it, or with -1 to the one before.
+    void walkRegions(int step);
+
+    // MainWindow.cpp.
     void createRegions(MainLoop& mainLoop);
     void layOutRegions();
     void toggleFullScreen();
@@ -86,8 +111,7 @@ private:
     QLabel* m_pStartHint = nullptr;
     RightColumn* m_pRightColumn = nullptr;
     FooterBand* m_pFooter = nullptr;
-    QAction* m_pScanAction = nullptr;
-    QAction* m_pFolderAction = nullptr;
+    MenuActions m_actions;
     QAction* m_pFullScreenAction = nullptr;
 
     std::string m_lastFolder; // where the folder panel opens, bytes

@@ -26,24 +26,44 @@ void setInk(QLabel& label, const QColor& colour) {
 
 } // namespace
 
-ProgressBlock::ProgressBlock(QWidget* parent)
+ProgressBlock::ProgressBlock(MainLoop& mainLoop, QWidget* parent)
     : QWidget(parent),
       m_pSpinner(new Spinner(this)),
       m_pText(new QLabel(this)),
       m_pCounter(new QLabel(this)),
-      m_pBar(new ProgressBar(this)) {
+      m_pBar(new PMProgressIndicator(mainLoop, this)) {
     m_pText->setFont(interfaceFont(12, QFont::Medium));
     setInk(*m_pText, tokens::kInk);
     m_pCounter->setFont(tabularFont(11));
     m_pCounter->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setInk(*m_pCounter, tokens::kInk2);
+    m_pBar->setProgressText(this);
+}
+
+ProgressBlock::~ProgressBlock() {
+    m_pBar->setProgressText(nullptr);
 }
 
 void ProgressBlock::setText(const QString& text) {
     if (text == m_text)
         return;
     m_text = text;
-    m_pText->setAccessibleName(text);
+    showText();
+}
+
+void ProgressBlock::setStringValue(const QString& text) {
+    if (text == m_timeText)
+        return;
+    m_timeText = text;
+    showText();
+}
+
+void ProgressBlock::display() {
+    m_pText->repaint();
+}
+
+void ProgressBlock::showText() {
+    m_pText->setAccessibleName(m_timeText.isEmpty() ? m_text : m_text + QStringLiteral(", ") + m_timeText);
     elideText();
 }
 
@@ -59,7 +79,8 @@ void ProgressBlock::elideText() {
     m_pCounter->setGeometry(width() - counterWidth, 0, counterWidth, kTextHeight);
     const int room = width() - kTextLeft - counterWidth - kCounterGap;
     m_pText->setGeometry(kTextLeft, 0, room, kTextHeight);
-    m_pText->setText(QFontMetrics(m_pText->font()).elidedText(m_text, Qt::ElideMiddle, room));
+    const QString& text = m_timeText.isEmpty() ? m_text : m_timeText;
+    m_pText->setText(QFontMetrics(m_pText->font()).elidedText(text, Qt::ElideMiddle, room));
 }
 
 void ProgressBlock::resizeEvent(QResizeEvent*) {

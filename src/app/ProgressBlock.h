@@ -1,6 +1,7 @@
 #pragma once
 
-#include "appearance/ProgressBar.h"
+#include "appearance/PMProgressIndicator.h"
+#include "appearance/ProgressTextField.h"
 
 #include <QWidget>
 
@@ -8,17 +9,21 @@ class QLabel;
 
 namespace veltrano {
 
-/// The header's progress: spinner, a line of text, the bar and a counter at its right end. Lives in the main
-/// window and is shown while a scan runs; main thread.
-class ProgressBlock : public QWidget {
+/// The header's progress: spinner, a line of text, the bar and a counter at its right end. The line says how
+/// long is left, and what is under way while that is not known. Lives in the main window and is shown while a
+/// scan runs; main thread.
+class ProgressBlock : public QWidget, private ProgressTextField {
     Q_OBJECT
 
 public:
     static constexpr int kHeight = 34; // points
 
-    explicit ProgressBlock(QWidget* parent = nullptr);
+    /// The loop outlives the block.
+    explicit ProgressBlock(MainLoop& mainLoop, QWidget* parent = nullptr);
+    ~ProgressBlock() override;
 
-    ProgressBar& bar() { return *m_pBar; }
+    PMProgressIndicator& bar() { return *m_pBar; }
+    /// What is under way.
     void setText(const QString& text);
     void setCounter(const QString& text);
 
@@ -26,13 +31,18 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void setStringValue(const QString& text) override;
+    void display() override;
+    void showText();
     void elideText();
 
     Spinner* m_pSpinner;
     QLabel* m_pText;
     QLabel* m_pCounter;
-    ProgressBar* m_pBar;
-    QString m_text; // in full; the label shows what fits
+    PMProgressIndicator* m_pBar;
+    // In full; the label shows what fits.
+    QString m_text;
+    QString m_timeText; // empty while nobody knows
 };
 
 } // namespace veltrano

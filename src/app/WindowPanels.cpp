@@ -1,9 +1,11 @@
 #include "app/WindowPanels.h"
 
+#include "appearance/CCTableView.h"
 #include "appearance/Colours.h"
 #include "appearance/Fonts.h"
 #include "appearance/Images.h"
 #include "appearance/Painting.h"
+#include "appearance/PushButton.h"
 
 #include <QFontMetricsF>
 #include <QLinearGradient>
@@ -26,13 +28,14 @@ struct LegendEntry {
     int leftGap; // points before the swatch
 };
 
-constexpr int kSwatch = 12;         // points
-constexpr double kSwatchRadius = 3; // points
-constexpr int kSwatchGap = 5;       // points between swatch and text
-constexpr int kLegendTextSize = 11; // pixels
-constexpr int kEntryGap = 16;       // points
-constexpr int kGroupGap = 30;       // points, where ages end and states begin
-constexpr int kStates = 2;          // entries of the second group
+constexpr int kSwatch = 12;                  // points
+constexpr double kSwatchRadius = 3;          // points
+constexpr int kSwatchGap = 5;                // points between swatch and text
+constexpr int kLegendTextSize = 11;          // pixels
+constexpr int kEntryGap = 16;                // points
+constexpr int kGroupGap = 30;                // points, where ages end and states begin
+constexpr QRect kRemovePlate(12, 8, 28, 28); // in the footer
+constexpr int kStates = 2;                   // entries of the second group
 
 void drawImage(QPainter& painter, const QRectF& target, const QString& name) {
     const QPixmap picture = image(name, painter.device()->devicePixelRatioF());
@@ -79,6 +82,13 @@ void HeaderBand::paintEvent(QPaintEvent*) {
     drawHairline(painter, QPointF(0, height() - 1), width(), Qt::Horizontal, tokens::kHairline);
 }
 
+SidebarPanel::SidebarPanel(QWidget* parent) : QWidget(parent), m_pTable(new CCTableView(this)) {}
+
+void SidebarPanel::resizeEvent(QResizeEvent*) {
+    constexpr int kHairline = 1; // points
+    m_pTable->setGeometry(rect().adjusted(0, kTopInset, -kHairline, 0));
+}
+
 void SidebarPanel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     QLinearGradient gradient(0, 0, 0, height());
@@ -94,7 +104,12 @@ void RightColumn::paintEvent(QPaintEvent*) {
     drawCard(painter, QRect(0, height() - kLowerHeight, width(), kLowerHeight));
 }
 
-FooterBand::FooterBand(QWidget* parent) : QWidget(parent) {
+FooterBand::FooterBand(QWidget* parent) : QWidget(parent), m_pRemoveEntry(new PushButton(this)) {
+    m_pRemoveEntry->setGlyph(QStringLiteral("extra/remove-entry"));
+    m_pRemoveEntry->setPlateGeometry(kRemovePlate);
+    m_pRemoveEntry->setAccessibleName(tr("Remove folder from the list"));
+    m_pRemoveEntry->setToolTip(tr("Remove folder from the list"));
+    m_pRemoveEntry->setEnabled(false);
     setAccessibleName(tr("Colours of the chart by age"));
 }
 

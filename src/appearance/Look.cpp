@@ -4,18 +4,34 @@
 #include "appearance/Images.h"
 #include "appearance/Tokens.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QIcon>
+#include <QMenuBar>
+#include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleFactory>
+#include <QStyleOptionMenuItem>
 
 namespace veltrano {
 
 namespace {
 
+constexpr QSize kBarItemPadding(11, 6); // points beside and above the text of a title in the menu bar
+constexpr QMargins kBarItemPlate(2, 2, 2, 2);
+constexpr double kBarItemRadius = 5; // points
+
+/// The font of a title in the menu bar: that of its entry, where that has one of its own.
+QFont barItemFont(const QStyleOptionMenuItem& item, const QWidget& bar) {
+    for (const QAction* action : bar.actions())
+        if (action->text() == item.text)
+            return action->font().resolve(bar.font());
+    return bar.font();
+}
+
 /// The style under ours, with the letters of menus underlined for nobody: Alt and the letter work all the
-/// same.
+/// same. Titles in the menu bar are drawn here, since a style sheet gives all of them one font.
 class BaseStyle final : public QProxyStyle {
 public:
     BaseStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
@@ -23,6 +39,37 @@ public:
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* returnData) const override {
         return hint == SH_UnderlineShortcut ? 0 : QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                           const QWidget* widget) const override {
+        const auto* const item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+        if (type != CT_MenuBarItem || !item || !widget)
+            return QProxyStyle::sizeFromContents(type, option, size, widget);
+        return QFontMetrics(barItemFont(*item, *widget)).size(Qt::TextHideMnemonic, item->text) +
+               2 * kBarItemPadding;
+    }
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        const auto* const item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+        if (element != CE_MenuBarItem || !item || !widget) {
+            QProxyStyle::drawControl(element, option, painter, widget);
+            return;
+        }
+        painter->save();
+        if (item->state & State_Selected) {
+            painter->setRenderHint(QPainter::Antialiasing);
+            painter->setPen(Qt::NoPen);
+            painter->setBrush(tokens::kButtonPressed);
+            painter->drawRoundedRect(item->rect.marginsRemoved(kBarItemPlate), kBarItemRadius,
+                                     kBarItemRadius);
+        }
+        painter->setFont(barItemFont(*item, *widget));
+        painter->setPen(item->state & State_Enabled ? tokens::kInk : tokens::kDisabled);
+        painter->drawText(item->rect, Qt::AlignCenter | Qt::TextHideMnemonic | Qt::TextSingleLine,
+                          item->text);
+        painter->restore();
     }
 };
 
@@ -55,16 +102,13 @@ QPalette palette() {
 QString menuLook() {
     return QStringLiteral(
                "QMenuBar { background: %1; color: %2; border: none; spacing: 0; padding-left: 3px; }"
-               "QMenuBar::item { background: transparent; padding: 5px 9px 4px 9px; margin: 2px; }"
-               "QMenuBar::item:selected { background: %3; border-radius: 5px; }"
-               "QMenu { background: %4; border: 1px solid %5; padding: 5px; }"
+               "QMenu { background: %3; border: 1px solid %4; padding: 5px; }"
                "QMenu::item { height: 24px; padding: 1px 20px 1px 20px; border-radius: 5px; }"
-               "QMenu::item:selected { background: %6; color: %4; }"
-               "QMenu::item:disabled { color: %7; }"
-               "QMenu::separator { height: 1px; margin: 5px 12px; background: %8; }")
-        .arg(tokens::kMenuBar.name(), tokens::kInk.name(), tokens::kButtonPressed.name(),
-             tokens::kWhite.name(), tokens::kMenuEdge.name(), tokens::kAccent.name(),
-             tokens::kDisabled.name(), tokens::kLineSoft.name());
+               "QMenu::item:selected { background: %5; color: %3; }"
+               "QMenu::item:disabled { color: %6; }"
+               "QMenu::separator { height: 1px; margin: 5px 12px; background: %7; }")
+        .arg(tokens::kMenuBar.name(), tokens::kInk.name(), tokens::kWhite.name(), tokens::kMenuEdge.name(),
+             tokens::kAccent.name(), tokens::kDisabled.name(), tokens::kLineSoft.name());
 }
 
 } // namespace

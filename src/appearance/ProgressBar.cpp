@@ -1,7 +1,9 @@
 #include "appearance/ProgressBar.h"
 
 #include "appearance/Painting.h"
+#include "appearance/ProgressBarAccessible.h"
 
+#include <QAccessible>
 #include <QPainter>
 #include <QPainterPath>
 #include <QTimerEvent>
@@ -22,15 +24,41 @@ constexpr int kSpinnerInterval = 83; // milliseconds between two petals: one tur
 } // namespace
 
 ProgressBar::ProgressBar(QWidget* parent) : QWidget(parent) {
+    installProgressBarAccessible();
     setAccessibleName(tr("Scan progress"));
 }
 
-void ProgressBar::setValue(int value) {
-    const int bounded = std::clamp(value, 0, kMaximum);
-    if (bounded == m_nValue)
-        return;
-    m_nValue = bounded;
+void ProgressBar::setDoubleValue(double value) {
+    takeValue(value);
+}
+
+void ProgressBar::setMinValue(double least) {
+    m_dLeast = least;
+    takeValue(m_dValue);
     update();
+}
+
+void ProgressBar::setMaxValue(double greatest) {
+    m_dGreatest = greatest;
+    takeValue(m_dValue);
+    update();
+}
+
+void ProgressBar::takeValue(double value) {
+    if (std::isnan(value))
+        return;
+    const double bounded = std::max(m_dLeast, std::min(value, m_dGreatest));
+    if (bounded == m_dValue)
+        return;
+    m_dValue = bounded;
+    update();
+    QAccessibleValueChangeEvent event(this, m_dValue);
+    QAccessible::updateAccessibility(&event);
+}
+
+double ProgressBar::fraction() const {
+    const double width = m_dGreatest - m_dLeast;
+    return width > 0 ? (m_dValue - m_dLeast) / width : 0;
 }
 
 void ProgressBar::setIndeterminate(bool indeterminate) {
@@ -41,8 +69,18 @@ void ProgressBar::setIndeterminate(bool indeterminate) {
     update();
 }
 
+void ProgressBar::startAnimation() {
+    m_bAnimated = true;
+    updateTimer();
+}
+
+void ProgressBar::stopAnimation() {
+    m_bAnimated = false;
+    updateTimer();
+}
+
 void ProgressBar::updateTimer() {
-    if (m_bIndeterminate && isVisible())
+    if (m_bIndeterminate && m_bAnimated && isVisible())
         m_timer.start(kPoleInterval, this);
     else
         m_timer.stop();
@@ -73,7 +111,7 @@ void ProgressBar::paintEvent(QPaintEvent*) {
         return;
     }
     // A fill narrower than its own rounded ends would bulge out of the track.
-    const double width = track.width() * m_nValue / kMaximum;
+    const double width = track.width() * fraction();
     if (width < track.height())
         return;
     drawPlate(painter, QRectF(track.left(), track.top(), width, track.height()), tokens::kTrackFill, radius);

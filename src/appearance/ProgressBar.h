@@ -5,22 +5,35 @@
 
 namespace veltrano {
 
-/// A thin bar from 0 to kMaximum, or a barber pole while the end is not known. Lives in the widget tree; main
-/// thread.
+/// A thin bar from a least to a greatest value, or a barber pole while the end is not known. Lives in the
+/// widget tree; main thread. Assistive programs are told its value and range.
 class ProgressBar : public QWidget {
     Q_OBJECT
 
 public:
-    static constexpr int kMaximum = 1000;
-
     explicit ProgressBar(QWidget* parent = nullptr);
 
-    /// Values outside 0 to kMaximum are bounded.
-    void setValue(int value);
-    int value() const { return m_nValue; }
+    /// Values outside the range are bounded; what is no number is left alone. The range starts as 0 to 1000.
+    virtual void setDoubleValue(double value);
+    double value() const { return m_dValue; }
+
+    /// The value is bounded anew. A range of no width shows an empty bar.
+    void setMinValue(double least);
+    void setMaxValue(double greatest);
+    double minValue() const { return m_dLeast; }
+    double maxValue() const { return m_dGreatest; }
+    /// The value's place in the range, from 0 to 1; 0 where the range has no width.
+    double fraction() const;
 
     void setIndeterminate(bool indeterminate);
     bool isIndeterminate() const { return m_bIndeterminate; }
+
+    /// The pole turns from the start to the stop, while it is shown.
+    void startAnimation();
+    void stopAnimation();
+
+    /// Paints at once what has changed.
+    virtual void display() { repaint(); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -31,9 +44,13 @@ protected:
 private:
     void drawBarberPole(QPainter& painter, const QRectF& track) const;
     void updateTimer();
+    void takeValue(double value);
 
-    int m_nValue = 0;
+    double m_dLeast = 0;
+    double m_dGreatest = 1000;
+    double m_dValue = 0;
     bool m_bIndeterminate = false;
+    bool m_bAnimated = false;
     double m_dStripeOffset = 0; // points
     QBasicTimer m_timer;
 };

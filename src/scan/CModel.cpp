@@ -14,14 +14,14 @@ namespace veltrano {
 
 CModel::CModel(MainLoop& mainLoop, NotificationCentre& notifications,
                std::shared_ptr<FileCatalogue> catalogue, const TimeCode& timeCode, ScanFacts facts,
-               Volumes* volumes)
+               Volumes& volumes)
     : m_mainLoop(mainLoop),
       m_notifications(notifications),
       m_pCatalogue(std::move(catalogue)),
       m_timeCode(timeCode),
       m_pTrash(std::make_shared<TrashFolders>(facts.trashFolders)),
       m_pFacts(std::make_shared<ScanFacts>(std::move(facts))),
-      m_pVolumes(volumes),
+      m_volumes(volumes),
       m_progressGate(mainLoop) {}
 
 CModel::~CModel() {

@@ -39,9 +39,9 @@ inline constexpr std::string_view WalkingVolumeCanceled = "WalkingVolumeCanceled
 class CModel {
 public:
     /// Loop and centre outlive the model. The catalogue is shared, since a worker that hangs in a dead mount
-    /// may outlive everything else. The volumes outlive the model; null where nothing lists any.
+    /// may outlive everything else. The volumes outlive the model.
     CModel(MainLoop& mainLoop, NotificationCentre& notifications, std::shared_ptr<FileCatalogue> catalogue,
-           const TimeCode& timeCode, ScanFacts facts, Volumes* volumes = nullptr);
+           const TimeCode& timeCode, ScanFacts facts, Volumes& volumes);
     CModel(const CModel&) = delete;
     CModel& operator=(const CModel&) = delete;
     ~CModel();
@@ -131,7 +131,7 @@ private:
     TimeCode m_timeCode;
     std::shared_ptr<const TrashFolders> m_pTrash;
     std::shared_ptr<const ScanFacts> m_pFacts;
-    Volumes* const m_pVolumes;
+    Volumes& m_volumes;
 
     std::optional<std::string> startPath;
     std::vector<std::shared_ptr<VolumeItem>> arrVolumes;

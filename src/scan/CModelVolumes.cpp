@@ -54,13 +54,11 @@ bool CModel::isSystemMTMFS(std::string_view path) const {
 }
 
 std::int64_t CModel::getSystemDiskFreeSize() const {
-    return m_pVolumes ? m_pVolumes->startupDiskFreeSize() : -1;
+    return m_volumes.startupDiskFreeSize();
 }
 
 const VolumeFacts* CModel::factsAtPath(std::string_view path) const {
-    if (!m_pVolumes)
-        return nullptr;
-    const auto& volumes = m_pVolumes->mountedLocalVolumes();
+    const auto& volumes = m_volumes.mountedLocalVolumes();
     const auto found = std::find_if(volumes.begin(), volumes.end(),
                                     [&](const VolumeFacts& facts) { return facts.path == path; });
     return found == volumes.end() ? nullptr : &*found;
@@ -92,9 +90,7 @@ std::shared_ptr<VolumeItem> CModel::makeVolume(const VolumeFacts& facts) const {
 
 CModel::VolumeList CModel::listVolumes() const {
     VolumeList list;
-    if (!m_pVolumes)
-        return list;
-    for (const VolumeFacts& facts : m_pVolumes->mountedLocalVolumes())
+    for (const VolumeFacts& facts : m_volumes.mountedLocalVolumes())
         if (facts.fileSystemType != kSnapshotType)
             if (auto volume = makeVolume(facts))
                 list.push_back(std::move(volume));

@@ -1,24 +1,8 @@
 // The main controller's rules, with a clock that the test turns and a disk in memory.
 
-#include "app/CSTreeController.h"
-
-#include "app/MainWindow.h"
-#include "app/ProgressBlock.h"
-#include "appearance/PushButton.h"
-#include "chart/AnimView.h"
-#include "chart/ChartArea.h"
-#include "chart/RadialController.h"
-#include "support/FakeMainLoop.h"
-#include "support/MemoryDisk.h"
-#include "support/Recorders.h"
-
-#include <QLabel>
-#include <QSignalSpy>
-#include <QTest>
-
-#include <gmock/gmock.h>
-
-#include <any>
+#include "app/ControllerFixture.h"
+#include "appearance/PMProgressIndicatorController.h"
+#include "support/IconRecorders.h"
 
 namespace veltrano {
 namespace {
@@ -26,69 +10,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-//  /disk ─┬─ a/file (1000)
-//         └─ b/file (3000)
-class CSTreeControllerTest : public testing::Test {
+class CSTreeControllerTest : public test::ControllerFixture {
 protected:
-    CSTreeControllerTest() {
-        disk->addFile("/disk/a/file", 1000);
-        disk->addFile("/disk/b/file", 3000);
-        auto newModel =
-            std::make_unique<CModel>(loop, notifications, disk, TimeCode(currentCatalogueDate), ScanFacts{});
-        model = newModel.get();
-        controller = std::make_unique<CSTreeController>(
-            CSTreeController::Services{loop, notifications, alerts, sounds, files}, std::move(newModel),
-            window);
-        window.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-        for (auto* button : window.findChildren<PushButton*>())
-            (button->accessibleName().isEmpty() ? scanButton : folderButton) = button;
-    }
-    ~CSTreeControllerTest() override { gate->release(); }
-
-    /// From now on "/disk" is a volume that holds so many bytes.
-    std::shared_ptr<VolumeItem> addVolume(std::int64_t occupied) {
-        return model->getVolumesInfo().emplace_back(
-            std::make_shared<VolumeItem>("/disk", "disk", occupied + 500, 500, 0));
-    }
-    void scanVolume(std::int64_t occupied) {
-        addVolume(occupied);
-        controller->doScanFolder("/disk");
-        controller->startAction();
-    }
-    /// Scans until the walk is over, with the clock standing still.
-    void walkToItsEnd() { walkToItsEnd(1); }
-    void walkToItsEnd(int ends) {
-        ASSERT_TRUE(loop.runUntil([&] { return finishedWalks >= ends; }));
-    }
-    /// Scans "/disk" up to the folder "/disk/b", which is held up.
-    void scanHeldUp() {
-        disk->gateReads("/disk/b", gate);
-        controller->doScanFolder("/disk");
-        ASSERT_TRUE(gate->waitForArrivals(1));
-    }
-    ProgressBar& bar() { return window.progress().bar(); }
-    QString counter() { return window.progress().findChildren<QLabel*>().at(1)->text(); }
-    RadialController& chart() { return window.chartArea().controller(); }
-    FolderSystemItem* root() { return model->getRootItem().get(); }
-
-    FakeMainLoop loop;
-    NotificationCentre notifications;
-    RecordingAlerts alerts;
-    RecordingSounds sounds;
-    SwitchedFiles files;
-    std::shared_ptr<MemoryDisk> disk = std::make_shared<MemoryDisk>();
-    std::shared_ptr<ReadGate> gate = std::make_shared<ReadGate>();
-    MainWindow window{loop, disk, "/"};
-    CModel* model = nullptr; // the controller's
-    std::unique_ptr<CSTreeController> controller;
-    PushButton* scanButton = nullptr;
-    PushButton* folderButton = nullptr;
-
-private:
-    int finishedWalks = 0;
-    NotificationCentre::Token m_finished = notifications.addObserver(
-        std::string(FinishWalkingVolume), [this](const NotificationCentre::Object&) { ++finishedWalks; });
+    CSTreeControllerTest() { start(); }
 };
 
 TEST_F(CSTreeControllerTest, withoutASelectionNothingIsScanned) {
@@ -142,11 +66,13 @@ TEST_F(CSTreeControllerTest, folderHasABarWithoutAnEndAndAVolumeOneWith) {
 }
 
 TEST_F(CSTreeControllerTest, choosingAVolumesRootSelectsItOnly) {
-    addVolume(8000);
-    EXPECT_FALSE(scanButton->isEnabled());
+    mount("/other");
+    mount("/disk");
+    controller->selectVolumeByName("/other");
     controller->doScanFolder("/disk");
     EXPECT_FALSE(controller->isProcessing());
-    EXPECT_TRUE(scanButton->isEnabled());
+    EXPECT_EQ(selected(), "/disk");
+    EXPECT_TRUE(settings.arrayForKey("Recents").value_or(std::vector<std::string>()).empty());
     controller->toggleStartStopScan();
     EXPECT_TRUE(controller->isProcessing());
     EXPECT_TRUE(root()->isVol());
@@ -216,8 +142,20 @@ TEST_F(CSTreeControllerTest, folderScannedAfterAVolumeKeepsTheVolumesNumbers) {
     walkToItsEnd();
     loop.advance(1);
     controller->doScanFolder("/disk/b");
-    walkToItsEnd(2);
+    walkToItsEnd();
     EXPECT_EQ(bar().value(), 3000 * 1000 / 8000);
+}
+
+TEST_F(CSTreeControllerTest, folderTakesTheFinishRunWhateverItsBytesWereForAVolume) {
+    scanVolume(3000);
+    walkToItsEnd();
+    ASSERT_FALSE(controller->isProcessing());
+    controller->doScanFolder("/disk/b");
+    walkToItsEnd();
+    EXPECT_EQ(bar().value(), 1000);
+    EXPECT_TRUE(controller->isProcessing());
+    loop.advance(1);
+    EXPECT_FALSE(controller->isProcessing());
 }
 
 TEST_F(CSTreeControllerTest, whileAScanRunsASecondIsRefused) {
@@ -256,11 +194,11 @@ TEST_F(CSTreeControllerTest, stopIsTrueAtOnceAndTheEndComesLater) {
     controller->toggleStartStopScan();
     EXPECT_FALSE(controller->isProcessing());
     EXPECT_FALSE(scanButton->isEnabled());
-    EXPECT_TRUE(window.chartArea().getAnimView().isPulseRunning());
+    EXPECT_TRUE(window->chartArea().getAnimView().isPulseRunning());
     EXPECT_THAT(sounds.played, IsEmpty());
     gate->release();
     ASSERT_TRUE(loop.runUntil([&] { return !sounds.played.empty(); }));
-    EXPECT_FALSE(window.chartArea().getAnimView().isPulseRunning());
+    EXPECT_FALSE(window->chartArea().getAnimView().isPulseRunning());
     EXPECT_TRUE(scanButton->isEnabled());
 }
 
@@ -322,9 +260,19 @@ TEST_F(CSTreeControllerTest, chartIsUpdatedInALaterTurn) {
     notifications.removeObserver(token);
 }
 
-TEST_F(CSTreeControllerTest, goneFolderIsAskedAboutAndNotScanned) {
-    files.exist = false;
-    controller->doScanFolder("/disk");
+/// A folder that was scanned once and has gone since.
+class VanishedFolder : public test::ControllerFixture {
+protected:
+    VanishedFolder() {
+        start();
+        scanFolderToItsEnd("/disk");
+        folderQuestions.folders.erase("/disk");
+        files.exist = false;
+    }
+};
+
+TEST_F(VanishedFolder, isAskedAboutAndNotScanned) {
+    controller->startAction();
     EXPECT_FALSE(controller->isProcessing());
     ASSERT_EQ(alerts.questions.size(), 1u);
     EXPECT_EQ(alerts.questions[0].message, "Can't scan folder.");
@@ -333,30 +281,54 @@ TEST_F(CSTreeControllerTest, goneFolderIsAskedAboutAndNotScanned) {
     EXPECT_THAT(alerts.questions[0].buttons, ElementsAre("Yes", "No"));
 }
 
-TEST_F(CSTreeControllerTest, answerAboutAFolderThatIsNoLongerSelectedChangesNothing) {
-    files.exist = false;
-    controller->doScanFolder("/gone");
-    files.exist = true;
-    controller->doScanFolder("/disk");
-    walkToItsEnd();
+TEST_F(VanishedFolder, staysAfterNo) {
+    controller->startAction();
+    alerts.answers[0](1);
+    EXPECT_THAT(rows(), ElementsAre("/disk"));
+}
+
+TEST_F(VanishedFolder, goesAfterYes) {
+    controller->startAction();
     alerts.answers[0](0);
-    EXPECT_EQ(chart().getRootObject(), root());
+    EXPECT_THAT(rows(), IsEmpty());
+    EXPECT_EQ(settings.arrayForKey("Recents"), std::vector<std::string>());
+}
+
+TEST_F(VanishedFolder, goesAfterYesAlsoWhenAnotherIsSelectedByThen) {
+    controller->startAction();
+    scanFolderToItsEnd("/disk/a");
+    alerts.answers[0](0);
+    EXPECT_THAT(rows(), ElementsAre("/disk/a"));
+    EXPECT_EQ(selected(), "/disk/a");
+    EXPECT_EQ(shown(), "/disk/a");
+}
+
+TEST_F(VanishedFolder, answerAfterTheControllerHasGoneChangesNothing) {
+    controller->startAction();
+    controller.reset();
+    alerts.answers[0](0);
+    EXPECT_EQ(settings.arrayForKey("Recents"), std::vector<std::string>{"/disk"});
+}
+
+TEST_F(VanishedFolder, folderThatKeepsSilentIsTakenToBeThere) {
+    folderQuestions.silent.insert("/disk");
+    controller->startAction();
     EXPECT_TRUE(controller->isProcessing());
 }
 
-TEST_F(CSTreeControllerTest, answerAfterTheControllerHasGoneChangesNothing) {
+TEST_F(CSTreeControllerTest, mountedVolumeIsScannedWithoutAskingItsPath) {
+    mount("/disk");
     files.exist = false;
-    controller->doScanFolder("/gone");
-    controller.reset();
-    alerts.answers[0](0);
-    EXPECT_FALSE(scanButton->isEnabled());
+    folderQuestions.folders.erase("/disk");
+    controller->startAction();
+    EXPECT_TRUE(controller->isProcessing());
 }
 
 TEST_F(CSTreeControllerTest, controllerThatGoesDuringTheFinishRunLeavesItUnfinished) {
     controller->doScanFolder("/disk");
     walkToItsEnd();
     loop.advance(0.3);
-    const int value = bar().value();
+    const double value = bar().value();
     controller.reset();
     loop.advance(1);
     EXPECT_EQ(bar().value(), value);
@@ -373,12 +345,12 @@ TEST_F(CSTreeControllerTest, controllerThatGoesDuringAScanHearsNothingMore) {
 
 TEST_F(CSTreeControllerTest, liveResizeRestsThePulseAndTheOutlines) {
     scanHeldUp();
-    QSignalSpy ended(&window, &MainWindow::liveResizeEnded);
-    const AnimView& overlay = window.chartArea().getAnimView();
+    QSignalSpy ended(window.get(), &MainWindow::liveResizeEnded);
+    const AnimView& overlay = window->chartArea().getAnimView();
     ASSERT_TRUE(overlay.isPulseRunning());
     // More than one new size: none of them may bring back what rests.
     for (const int width : {1200, 1210, 1220}) {
-        window.resize(width, 780);
+        window->resize(width, 780);
         EXPECT_FALSE(overlay.isPulseRunning());
         EXPECT_FALSE(overlay.isSelectionShown());
     }
@@ -389,10 +361,10 @@ TEST_F(CSTreeControllerTest, liveResizeRestsThePulseAndTheOutlines) {
 
 TEST_F(CSTreeControllerTest, fullScreenRestsThePulseAndTheOutlinesUntilItIsThere) {
     scanHeldUp();
-    QSignalSpy started(&window, &MainWindow::liveResizeStarted);
-    QSignalSpy ended(&window, &MainWindow::liveResizeEnded);
-    const AnimView& overlay = window.chartArea().getAnimView();
-    QTest::keyClick(&window, Qt::Key_F11);
+    QSignalSpy started(window.get(), &MainWindow::liveResizeStarted);
+    QSignalSpy ended(window.get(), &MainWindow::liveResizeEnded);
+    const AnimView& overlay = window->chartArea().getAnimView();
+    QTest::keyClick(window.get(), Qt::Key_F11);
     EXPECT_EQ(started.count(), 1);
     EXPECT_FALSE(overlay.isPulseRunning());
     EXPECT_FALSE(overlay.isSelectionShown());
@@ -405,10 +377,45 @@ TEST_F(CSTreeControllerTest, resizeOfAnIdleWindowStartsNoPulse) {
     controller->doScanFolder("/disk");
     walkToItsEnd();
     loop.advance(1);
-    QSignalSpy ended(&window, &MainWindow::liveResizeEnded);
-    window.resize(1200, 780);
+    QSignalSpy ended(window.get(), &MainWindow::liveResizeEnded);
+    window->resize(1200, 780);
     ASSERT_TRUE(ended.wait());
-    EXPECT_FALSE(window.chartArea().getAnimView().isPulseRunning());
+    EXPECT_FALSE(window->chartArea().getAnimView().isPulseRunning());
+}
+
+/// With an icon to show the progress on.
+class ScanOnTheIcon : public CSTreeControllerTest {
+protected:
+    RecordedIcon icon;
+    RecordedLauncher launcher;
+    PMProgressIndicatorController dock{loop, icon, launcher};
+};
+
+TEST_F(ScanOnTheIcon, theBarIsOnTheIconFromTheStartToTheEndOfAScan) {
+    controller->doScanFolder("/disk");
+    EXPECT_EQ(dock.numProgressIndicators(), 1U);
+    walkToItsEnd();
+    loop.advance(0.5);
+    EXPECT_EQ(dock.numProgressIndicators(), 1U);
+    loop.advance(0.5);
+    EXPECT_EQ(dock.numProgressIndicators(), 0U);
+    EXPECT_EQ(icon.shown.back(), icon.icon);
+    EXPECT_EQ(launcher.told.back(), std::nullopt);
+}
+
+TEST_F(ScanOnTheIcon, aStoppedScanLeavesTheIcon) {
+    scanHeldUp();
+    EXPECT_EQ(dock.numProgressIndicators(), 1U);
+    controller->stopAction();
+    gate->release();
+    EXPECT_TRUE(loop.runUntil([&] { return dock.numProgressIndicators() == 0; }));
+}
+
+TEST_F(ScanOnTheIcon, theDockHearsTheStepsOfTheFinishRun) {
+    controller->doScanFolder("/disk");
+    walkToItsEnd();
+    loop.advance(0.45);
+    EXPECT_GE(launcher.told.back().value_or(0), 0.5);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "appearance/CheckBox.h"
 #include "appearance/PushButton.h"
 #include "appearance/Tokens.h"
+#include "support/FakeMainLoop.h"
 
 #include <QLabel>
 #include <QSignalSpy>
@@ -110,16 +111,28 @@ TEST(PushButton, showsTheFocusRingForTheKeyboardOnly) {
 
 TEST(ProgressBar, boundsItsValue) {
     ProgressBar bar;
-    bar.setValue(-5);
+    bar.setDoubleValue(-5);
     EXPECT_EQ(bar.value(), 0);
-    bar.setValue(1200);
-    EXPECT_EQ(bar.value(), ProgressBar::kMaximum);
+    bar.setDoubleValue(1200);
+    EXPECT_EQ(bar.value(), 1000);
+}
+
+TEST(ProgressBar, boundsItsValueAnewWhenTheRangeChanges) {
+    ProgressBar bar;
+    bar.setDoubleValue(600);
+    bar.setMaxValue(500);
+    EXPECT_EQ(bar.value(), 500);
+    bar.setMaxValue(1000);
+    bar.setMinValue(700);
+    EXPECT_EQ(bar.value(), 700);
 }
 
 TEST(ProgressBar, fillsItsShare) {
     ProgressBar bar;
     bar.resize(200, 8);
-    bar.setValue(500);
+    bar.setMinValue(1000);
+    bar.setMaxValue(2000);
+    bar.setDoubleValue(1500);
     const QImage picture = bar.grab().toImage();
     const QColor inFill = picture.pixelColor(90, 4);
     const QColor inTrack = picture.pixelColor(110, 4);
@@ -127,18 +140,69 @@ TEST(ProgressBar, fillsItsShare) {
     EXPECT_GT(inTrack.red(), 200);
 }
 
-TEST(ProgressBar, theBarberPoleMovesWhileItIsShown) {
+TEST(ProgressBar, theBarberPoleMovesBetweenStartAndStop) {
     ProgressBar bar;
     bar.resize(200, 8);
     bar.setIndeterminate(true);
+    bar.startAnimation();
     bar.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&bar));
     const QImage before = bar.grab().toImage();
     EXPECT_TRUE(QTest::qWaitFor([&] { return bar.grab().toImage() != before; }));
+    bar.stopAnimation();
+    const QImage stopped = bar.grab().toImage();
+    ProgressBar other; // moves on meanwhile, so that time has passed
+    other.resize(200, 8);
+    other.setIndeterminate(true);
+    other.startAnimation();
+    other.show();
+    const QImage otherBefore = other.grab().toImage();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return other.grab().toImage() != otherBefore; }));
+    EXPECT_EQ(bar.grab().toImage(), stopped);
+}
+
+/// The block with a clock, one second after a fifth was done.
+struct RunningBlock {
+    RunningBlock() {
+        block.resize(500, ProgressBlock::kHeight);
+        block.setText(QStringLiteral("Scanning “Data”"));
+        block.bar().setDoubleValue(1);
+    }
+    void runOn() {
+        loop.advance(1);
+        block.bar().setDoubleValue(201);
+    }
+    QLabel* label() { return block.findChildren<QLabel*>().at(0); }
+
+    FakeMainLoop loop;
+    ProgressBlock block{loop};
+};
+
+TEST(ProgressBlock, saysWhatIsUnderWayUntilItKnowsHowLongItTakes) {
+    RunningBlock running;
+    EXPECT_EQ(running.label()->text(), QStringLiteral("Scanning “Data”"));
+    running.runOn();
+    EXPECT_EQ(running.label()->text(), QStringLiteral("About five seconds remaining"));
+}
+
+TEST(ProgressBlock, saysWhatIsUnderWayAgainWhenTheEndIsNotKnown) {
+    RunningBlock running;
+    running.runOn();
+    running.block.bar().setIndeterminate(true);
+    running.block.bar().setDoubleValue(300);
+    EXPECT_EQ(running.label()->text(), QStringLiteral("Scanning “Data”"));
+}
+
+TEST(ProgressBlock, readsBothAloud) {
+    RunningBlock running;
+    running.runOn();
+    EXPECT_EQ(running.label()->accessibleName(),
+              QStringLiteral("Scanning “Data”, About five seconds remaining"));
 }
 
 TEST(ProgressBlock, elidesALongTextBeforeTheCounter) {
-    ProgressBlock block;
+    FakeMainLoop loop;
+    ProgressBlock block(loop);
     block.resize(300, ProgressBlock::kHeight);
     block.setCounter(QStringLiteral("12.4 GB"));
     block.setText(QStringLiteral("Scanning “") + QString(200, QLatin1Char('x')) + QStringLiteral("”"));

@@ -1,6 +1,8 @@
 #include "app/WindowPanels.h"
 
+#include "appearance/CCTableView.h"
 #include "appearance/Colours.h"
+#include "appearance/PushButton.h"
 
 #include <QImage>
 
@@ -67,6 +69,25 @@ TEST(FooterLegend, dropsTheStatesTogether) {
 
 TEST(FooterLegend, withoutRoomShowsNothing) {
     EXPECT_FALSE(Legend(10).shows(colours().getColorByTimeCode(1)));
+}
+
+TEST(SidebarPanel, tableBeginsFourBelowTheHeaderAndLeavesTheHairline) {
+    SidebarPanel panel;
+    panel.resize(270, 636);
+    panel.grab(); // lays it out
+    EXPECT_EQ(panel.table().geometry(), QRect(0, 4, 269, 632));
+    const QImage picture = panel.grab().toImage();
+    EXPECT_EQ(picture.pixelColor(269, 300), QColor(0xC9, 0xD4, 0xDF));
+}
+
+TEST(FooterBand, removeButtonStandsUnderTheSidebarAndIsDisabledAtFirst) {
+    FooterBand footer;
+    footer.resize(800, 45);
+    const PushButton& button = footer.removeEntryButton();
+    constexpr int margin = PushButton::kFocusMargin;
+    EXPECT_EQ(button.geometry().adjusted(margin, margin, -margin, -margin), QRect(12, 8, 28, 28));
+    EXPECT_FALSE(button.isEnabled());
+    EXPECT_FALSE(button.accessibleName().isEmpty());
 }
 
 } // namespace

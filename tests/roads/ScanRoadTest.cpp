@@ -1,26 +1,15 @@
 // The whole road of a scan through the real window: choosing a folder, the growing chart, the end, a stop.
 
-#include "app/CSTreeController.h"
 #include "app/FolderPanel.h"
-#include "app/MainWindow.h"
-#include "app/ProgressBlock.h"
-#include "app/QtMainLoop.h"
-#include "appearance/PushButton.h"
-#include "chart/ChartArea.h"
-#include "chart/RadialController.h"
 #include "platform/linux/LinuxCatalogue.h"
+#include "platform/linux/LinuxFolderQuestions.h"
 #include "platform/posix/PosixFileActions.h"
+#include "roads/Program.h"
 #include "support/MemoryDisk.h"
-#include "support/Recorders.h"
 #include "support/TestDir.h"
 
 #include <QLineEdit>
 #include <QPointer>
-#include <QTest>
-
-#include <gmock/gmock.h>
-
-#include <functional>
 
 namespace veltrano {
 namespace {
@@ -28,41 +17,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr int kLimit = 20'000; // milliseconds that a wait may take before the test fails
-
-/// The program as main puts it together, over a catalogue and files of the test's choice.
-struct Program {
-    Program(const std::shared_ptr<FileCatalogue>& catalogue, const FileActions& files)
-        : window(mainLoop, catalogue, "/"),
-          controller({mainLoop, notifications, alerts, sounds, files},
-                     std::make_unique<CModel>(mainLoop, notifications, catalogue,
-                                              TimeCode(currentCatalogueDate), ScanFacts{}),
-                     window) {
-        window.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-        for (auto* button : window.findChildren<PushButton*>())
-            (button->accessibleName().isEmpty() ? scanButton : folderButton) = button;
-    }
-
-    bool waitForEnd() {
-        return QTest::qWaitFor([&] { return !sounds.played.empty(); }, kLimit);
-    }
-    ProgressBar& bar() { return window.progress().bar(); }
-    RadialController& chart() { return window.chartArea().controller(); }
-    FolderSystemItem* root() {
-        VolumeFolderProtocol* const shown = chart().getRootObject();
-        return shown ? dynamic_cast<FolderSystemItem*>(shown) : nullptr;
-    }
-
-    QtMainLoop mainLoop;
-    NotificationCentre notifications;
-    RecordingAlerts alerts;
-    RecordingSounds sounds;
-    MainWindow window;
-    CSTreeController controller;
-    PushButton* scanButton = nullptr;
-    PushButton* folderButton = nullptr;
-};
+using test::kLimit;
+using test::Program;
 
 /// Takes the folder panel's road with the keyboard. `atOnce` is called when the choice has been dealt with,
 /// before anything else can happen.
@@ -84,8 +40,22 @@ void chooseFolder(Program& program, const std::string& path, const std::function
 
 class RealFolderRoad : public testing::Test {
 protected:
+    /// An empty sidebar at first.
+    static MapSettings withoutFavorites() {
+        MapSettings result;
+        result.setArray("FFolders", {});
+        return result;
+    }
+
     TestDir folder;
     PosixFileActions files;
+    MapSettings settings = withoutFavorites();
+    Program program{{.catalogue = std::make_shared<LinuxCatalogue>(),
+                     .files = files,
+                     .settings = settings,
+                     .makeFolderQuestions = [](MainLoop& loop) {
+                         return std::make_unique<LinuxFolderQuestions>(loop);
+                     }}};
 };
 
 //  folder
@@ -95,7 +65,6 @@ TEST_F(RealFolderRoad, aChosenFolderBecomesAChartWithExactTotals) {
     folder.createFile("a/one", 10'000);
     folder.createFile("a/two", 300'000);
     folder.createFile("b/c/three", 70'000);
-    Program program(std::make_shared<LinuxCatalogue>(), files);
     chooseFolder(program, folder.path(), [&] {
         EXPECT_TRUE(program.controller.isProcessing());
         EXPECT_EQ(program.scanButton->text(), QStringLiteral("Stop Scanning"));
@@ -114,15 +83,14 @@ TEST_F(RealFolderRoad, aChosenFolderBecomesAChartWithExactTotals) {
 
 TEST_F(RealFolderRoad, aScanOfAFolderEndsWithTheFinishRun) {
     folder.createFile("one", 1000);
-    Program program(std::make_shared<LinuxCatalogue>(), files);
-    std::vector<int> values;
+    std::vector<double> values;
     chooseFolder(program, folder.path(), [&] {
         EXPECT_TRUE(program.bar().isIndeterminate());
         values.push_back(program.bar().value());
     });
     ASSERT_TRUE(QTest::qWaitFor(
         [&] {
-            if (const int value = program.bar().value(); values.empty() || values.back() != value)
+            if (const double value = program.bar().value(); values.empty() || values.back() != value)
                 values.push_back(value);
             return !program.sounds.played.empty();
         },
@@ -131,7 +99,6 @@ TEST_F(RealFolderRoad, aScanOfAFolderEndsWithTheFinishRun) {
 }
 
 TEST_F(RealFolderRoad, anEmptyFolderEndsWithAnEmptyChart) {
-    Program program(std::make_shared<LinuxCatalogue>(), files);
     chooseFolder(program, folder.path());
     ASSERT_TRUE(program.waitForEnd());
     ASSERT_TRUE(program.root());
@@ -141,7 +108,6 @@ TEST_F(RealFolderRoad, anEmptyFolderEndsWithAnEmptyChart) {
 
 TEST_F(RealFolderRoad, aFolderThatHasGoneIsAskedAboutAndNotScanned) {
     folder.createFile("gone/file", 1000);
-    Program program(std::make_shared<LinuxCatalogue>(), files);
     const std::string path = folder.path() + "/gone";
     chooseFolder(program, path);
     ASSERT_TRUE(program.waitForEnd());
@@ -160,12 +126,11 @@ TEST_F(RealFolderRoad, aFolderThatHasGoneIsAskedAboutAndNotScanned) {
 
     program.alerts.answers[0](0);
     EXPECT_FALSE(program.scanButton->isEnabled());
-    EXPECT_FALSE(program.root());
+    EXPECT_THAT(program.rows(), IsEmpty());
 }
 
 TEST_F(RealFolderRoad, theSameFolderCanBeScannedAgain) {
     folder.createFile("one", 1000);
-    Program program(std::make_shared<LinuxCatalogue>(), files);
     chooseFolder(program, folder.path());
     ASSERT_TRUE(program.waitForEnd());
     folder.createFile("two", 500'000);
@@ -193,13 +158,22 @@ protected:
         EXPECT_TRUE(gate->waitForArrivals(1));
     }
 
+    static std::unique_ptr<FolderQuestions> makeQuestions(MainLoop&) {
+        auto questions = std::make_unique<FakeFolderQuestions>();
+        questions->addFolder("/disk");
+        return questions;
+    }
+
     std::shared_ptr<MemoryDisk> disk = std::make_shared<MemoryDisk>();
     std::shared_ptr<ReadGate> gate = std::make_shared<ReadGate>();
     SwitchedFiles files;
+    MapSettings settings;
+    test::Surroundings around{
+        .catalogue = disk, .files = files, .settings = settings, .makeFolderQuestions = makeQuestions};
 };
 
 TEST_F(HeldUpRoad, aStopKeepsThePartialTree) {
-    Program program(disk, files);
+    Program program(around);
     scan(program);
     QTest::mouseClick(program.scanButton, Qt::LeftButton);
     EXPECT_FALSE(program.controller.isProcessing());
@@ -212,7 +186,7 @@ TEST_F(HeldUpRoad, aStopKeepsThePartialTree) {
 }
 
 TEST_F(HeldUpRoad, aStoppedScanTakesNoFinishRun) {
-    Program program(disk, files);
+    Program program(around);
     scan(program);
     program.controller.stopAction();
     ASSERT_TRUE(program.waitForEnd());
@@ -220,7 +194,7 @@ TEST_F(HeldUpRoad, aStoppedScanTakesNoFinishRun) {
 }
 
 TEST_F(HeldUpRoad, aSecondScanIsRefusedInSilence) {
-    Program program(disk, files);
+    Program program(around);
     scan(program);
     VolumeFolderProtocol* const shown = program.chart().getRootObject();
     program.controller.startAction();
@@ -233,7 +207,7 @@ TEST_F(HeldUpRoad, aSecondScanIsRefusedInSilence) {
 }
 
 TEST_F(HeldUpRoad, noFolderPanelOpensDuringAScan) {
-    Program program(disk, files);
+    Program program(around);
     scan(program);
     QTest::keyClick(&program.window, Qt::Key_O, Qt::ControlModifier);
     program.controller.actionScanFolder();
@@ -242,16 +216,16 @@ TEST_F(HeldUpRoad, noFolderPanelOpensDuringAScan) {
 
 TEST_F(HeldUpRoad, theProgramGoesAtOnceWithAWorkerStuckInADeadMount) {
     {
-        Program program(disk, files);
+        Program program(around);
         scan(program);
         EXPECT_TRUE(program.window.close());
     }
     // The worker hangs at the gate and holds its catalogue still: nobody has waited for it.
-    EXPECT_GT(disk.use_count(), 1);
+    EXPECT_GT(disk.use_count(), 2);
 }
 
 TEST_F(HeldUpRoad, theWindowAnswersWhileAWorkerHangs) {
-    Program program(disk, files);
+    Program program(around);
     scan(program);
     program.window.resize(1300, 800);
     bool turned = false;

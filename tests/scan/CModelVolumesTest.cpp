@@ -26,7 +26,7 @@ class CModelVolumesTest : public testing::Test {
 protected:
     CModelVolumesTest() {
         model.emplace(run.loop, run.notifications, std::make_shared<MemoryDisk>(), run.timeCode, ScanFacts(),
-                      &volumes);
+                      volumes);
     }
 
     std::vector<std::string> listed() {
@@ -64,7 +64,7 @@ TEST_F(CModelVolumesTest, enumerationBeginsAnew) {
     EXPECT_NE(model->getVolumesInfo().front(), old);
 }
 
-TEST_F(CModelVolumesTest, modelWithoutAPlatformForVolumesListsNone) {
+TEST_F(CModelVolumesTest, whereNothingIsMountedNothingIsListed) {
     EXPECT_TRUE(run.model->enumerateVolumes());
     EXPECT_FALSE(run.model->updateVolumesInfo());
     EXPECT_EQ(run.model->addVolumeAtPath("/"), nullptr);

@@ -350,7 +350,8 @@ TEST(Scan, worksOnARealMainLoop) {
     const TimeCode codes(currentCatalogueDate);
     bool finished = false;
     notifications.addObserver(std::string(FinishWalkingVolume), [&](const auto&) { finished = true; });
-    CModel model(loop, notifications, disk, codes, {});
+    FakeVolumes volumes;
+    CModel model(loop, notifications, disk, codes, {}, volumes);
     const auto root = model.StartWalkWithPath("/disk", 0, nullptr);
     EXPECT_TRUE(loop.runUntil([&] { return finished; }));
     EXPECT_EQ((1 + 4 + 16 + 64 + 256) * 10, root->gettotalsize());

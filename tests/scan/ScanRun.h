@@ -3,6 +3,7 @@
 #include "platform/NotificationCentre.h"
 #include "scan/CModel.h"
 #include "support/FakeMainLoop.h"
+#include "support/FakeVolumes.h"
 #include "tree/VolumeSystemItem.h"
 
 #include <gtest/gtest.h>
@@ -66,7 +67,7 @@ inline std::int64_t recountByLinks(FileSystemItem& top, std::vector<std::string>
 struct ScanRun {
     explicit ScanRun(std::shared_ptr<FileCatalogue> catalogue, ScanFacts facts = {})
         : timeCode([] { return dateAt(kPresent); }) {
-        model.emplace(loop, notifications, std::move(catalogue), timeCode, std::move(facts));
+        model.emplace(loop, notifications, std::move(catalogue), timeCode, std::move(facts), volumes);
         notifications.addObserver(std::string(DIUpdateProgressNotification),
                                   [this](const NotificationCentre::Object& object) {
                                       progress.push_back(std::any_cast<std::int64_t>(object));
@@ -111,6 +112,7 @@ struct ScanRun {
     FakeMainLoop loop;
     NotificationCentre notifications;
     TimeCode timeCode;
+    FakeVolumes volumes;
     std::optional<CModel> model;
     std::shared_ptr<FolderSystemItem> root;
     std::vector<std::int64_t> progress; ///< The objects of the progress notifications.
