@@ -33,7 +33,8 @@ inline constexpr const char* kNotAvailable = "Not available";
 /// text that is missing means that the system has no such fact, which is not the same as an empty one: a
 /// volume without a protocol is on the network.
 struct DeviceFacts {
-    /// Whether the device was found and described at all; else no text below is set.
+    /// Whether the device was found and described. Of one that was not its name and its protocol may be known
+    /// all the same, by the mount.
     bool isDescribed = false;
     std::string bsdName{}; ///< The device's name, such as "sda1"; empty if there is none.
     std::optional<std::string> protocol{};

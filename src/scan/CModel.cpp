@@ -65,8 +65,8 @@ void CModel::initRootItem() {
     const std::shared_ptr<TreeStorage> storage = TreeStorage::create();
     TreeArena& arena = storage->mainArena();
     if (const auto volume = getVolumeItemWithPath(path)) {
-        mresultroot = TreeStorage::hold(
-            VolumeSystemItem::initWithPath(arena, path, volume->getsize(), volume->getfsize()));
+        mresultroot = TreeStorage::hold(VolumeSystemItem::initWithPath(
+            arena, path, volume->getsize(), volume->getfsize(), volume->getName()));
         return;
     }
     const bool hidden = lastPathComponent(path).starts_with('.');

@@ -72,7 +72,7 @@ void TopLevelItem::setPropsFrom(const TopLevelItem& other) {
 }
 
 std::string TopLevelItem::getDisplayName() const {
-    return std::string(lastPathComponent(ppath));
+    return pname.empty() ? std::string(lastPathComponent(ppath)) : pname;
 }
 
 double TopLevelItem::getFullRatio() const {

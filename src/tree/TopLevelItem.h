@@ -67,6 +67,8 @@ public:
     FolderSystemItem* getTopParent() override { return nullptr; }
     std::string_view relativePath() const override { return pname; }
     std::string getFullPath() const override { return ppath; }
+    /// The name, so that a volume is called the same wherever it is shown; without one the last component of
+    /// the path.
     std::string getDisplayName() const override;
     std::int64_t getOccSize() const override { return gettotalsize(); }
     std::int64_t getChildrenCountedSize() const override { return gettotalsize(); }

@@ -4,12 +4,22 @@
 
 namespace veltrano {
 
-VolumeSystemItem::VolumeSystemItem(std::string_view path, std::int64_t diskSize, std::int64_t diskFreeSize)
-    : FolderSystemItem(path, nullptr, 0, 0, false), nVolSize(diskSize), nVolFreeSize(diskFreeSize) {}
+VolumeSystemItem::VolumeSystemItem(std::string_view path, std::int64_t diskSize, std::int64_t diskFreeSize,
+                                   std::string_view displayName)
+    : FolderSystemItem(path, nullptr, 0, 0, false),
+      nVolSize(diskSize),
+      nVolFreeSize(diskFreeSize),
+      m_pDisplayName(displayName) {}
 
 VolumeSystemItem* VolumeSystemItem::initWithPath(TreeArena& arena, std::string_view path,
-                                                 std::int64_t diskSize, std::int64_t diskFSze) {
-    return arena.make<VolumeSystemItem>(arena.copyBytes(path), diskSize, diskFSze);
+                                                 std::int64_t diskSize, std::int64_t diskFSze,
+                                                 std::string_view displayName) {
+    return arena.make<VolumeSystemItem>(arena.copyBytes(path), diskSize, diskFSze,
+                                        arena.copyBytes(displayName));
+}
+
+std::string VolumeSystemItem::getDisplayName() const {
+    return m_pDisplayName.empty() ? FolderSystemItem::getDisplayName() : std::string(m_pDisplayName);
 }
 
 void VolumeSystemItem::initSizesByLevels() {

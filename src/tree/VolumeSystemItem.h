@@ -11,9 +11,10 @@ namespace veltrano {
 /// lock.
 class VolumeSystemItem final : public FolderSystemItem {
 public:
-    /// `path` is the mount point, sizes are bytes.
+    /// `path` is the mount point, sizes are bytes. The display name is that of the volume, bytes; without one
+    /// the mount point names it.
     static VolumeSystemItem* initWithPath(TreeArena& arena, std::string_view path, std::int64_t diskSize,
-                                          std::int64_t diskFSze);
+                                          std::int64_t diskFSze, std::string_view displayName = {});
 
     void initSizesByLevels() override;
     void setVolSize(std::int64_t size) { nVolSize = size; }
@@ -22,6 +23,7 @@ public:
     std::int64_t getVolFreeSize() const { return nVolFreeSize; }
 
     bool isVol() const override { return true; }
+    std::string getDisplayName() const override;
     std::int64_t getWholeItemSize() const override { return nVolSize; }
     /// Capacity less free, or what was found if that is more.
     std::int64_t getOccSize() const override;
@@ -41,11 +43,13 @@ public:
 
 private:
     friend class TreeArena;
-    VolumeSystemItem(std::string_view path, std::int64_t diskSize, std::int64_t diskFreeSize);
+    VolumeSystemItem(std::string_view path, std::int64_t diskSize, std::int64_t diskFreeSize,
+                     std::string_view displayName);
     ~VolumeSystemItem() = default;
 
-    std::int64_t nVolSize;     // bytes
-    std::int64_t nVolFreeSize; // bytes
+    std::int64_t nVolSize;           // bytes
+    std::int64_t nVolFreeSize;       // bytes
+    std::string_view m_pDisplayName; // in the tree's storage
     bool bUseFreeSector = false;
     std::array<std::int64_t, kLevelCount> maxSizesByLevels{};
 };

@@ -124,8 +124,13 @@ TEST_F(LinuxVolumesTest, mountTellsWhetherItIsWritableAndCanBeUnmounted) {
 
 TEST_F(LinuxVolumesTest, volumeWithoutALabelGoesByItsFolder) {
     begin(line(2, "/") + line(3, "/media/mara/My\\040Disk"));
-    EXPECT_EQ(m_volumes->mountedLocalVolumes()[0].name, "/");
     EXPECT_EQ(m_volumes->mountedLocalVolumes()[1].name, "My Disk");
+}
+
+TEST_F(LinuxVolumesTest, rootWithoutALabelIsTheFileSystem) {
+    begin(line(2, "/") + line(3, "/media/disk"));
+    EXPECT_EQ(first().path, "/");
+    EXPECT_EQ(first().name, "File System");
 }
 
 TEST_F(LinuxVolumesTest, labelNamesTheFirstSubvolumeOfAFileSystem) {

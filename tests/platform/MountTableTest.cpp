@@ -33,6 +33,13 @@ TEST(MountTable, pathsAreBytesWithTheirEscapesUndone) {
                             "/mnt/half\\04", "/mnt/many", "/mnt/huge", "/mnt/caf\xE9", "/mnt/last"));
 }
 
+TEST(MountTable, escapeThatStandsForNoByteOfAPathStaysAsItIs) {
+    const auto table = parseMountTable("1 0 8:1 / /mnt/nul\\000end rw - ext4 /dev/sda1 rw\n"
+                                       "2 0 8:2 / /mnt/large\\440 rw - ext4 /dev/sda2 rw\n"
+                                       "3 0 8:3 / /mnt/last\\377 rw - ext4 /dev/sda3 rw\n");
+    EXPECT_THAT(pathsOf(table), ElementsAre("/mnt/nul\\000end", "/mnt/large\\440", "/mnt/last\xFF"));
+}
+
 TEST(MountTable, sourcesAreUnescapedToo) {
     const auto table = recordedTable("network");
     EXPECT_EQ(table[4].mountPoint, "/mnt/share one");

@@ -2,7 +2,7 @@
 
 #include "support/TestDir.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <fstream>
 
@@ -73,7 +73,8 @@ protected:
     }
 
     SysfsDevices::Description describe(const MountEntry& mount) const {
-        return SysfsDevices({m_dir.path("sys"), m_dir.path("udev"), m_dir.path("dev")}).describe(mount);
+        return SysfsDevices({m_dir.path("sys"), m_dir.path("udev"), m_dir.path("dev")}, [](const auto&) {})
+            .describe(mount);
     }
 
     SysfsDevices::Description describe(unsigned major, unsigned minor) const {
@@ -320,6 +321,50 @@ TEST_F(SysfsDevicesTest, factThatCannotBeReadIsNotAvailable) {
     m_dir.createFolder("sys/devices/" + m_sata + "/model");
     EXPECT_EQ(describe(8, 0).facts.model, "Not available");
     EXPECT_EQ(describe(8, 0).facts.mediaWritable, "Not available");
+}
+
+TEST_F(SysfsDevicesTest, eachFailureIsReportedOnce) {
+    addSata("sda", "8:0");
+    const std::string disk = "sys/devices/" + m_sata + "/block/sda";
+    m_dir.remove(disk + "/ro");
+    m_dir.createFolder(disk + "/ro");
+    m_dir.createFolder("sys/devices/" + m_sata + "/model");
+    m_dir.createSymlink(disk + "/partition", "partition"); // leads nowhere but to itself
+    std::vector<std::string> lines;
+    const SysfsDevices devices({m_dir.path("sys"), m_dir.path("udev"), m_dir.path("dev")},
+                               [&](const std::string& line) { lines.push_back(line); });
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_EQ(devices.describe({.major = 8, .mountPoint = "/m", .source = "/dev/sda"}).facts.bsdName,
+                  "sda");
+        EXPECT_FALSE(devices.describe({.major = 8, .minor = 99, .mountPoint = "/n", .source = "/dev/x"})
+                         .facts.isDescribed);
+    }
+    EXPECT_THAT(lines, testing::ElementsAre("sda: Could not retrieve Whole property",
+                                            "sda: Could not retrieve device/model property",
+                                            "sda: Could not retrieve ro property",
+                                            "Device 8:99: Could not find it in the device tree"));
+}
+
+TEST_F(SysfsDevicesTest, factThatIsMissingIsNoFailure) {
+    addSata("sda", "8:0");
+    m_dir.remove("sys/devices/" + m_sata + "/block/sda/ro");
+    const MountEntry pool{.minor = 40, .mountPoint = "/p", .fileSystemType = "zfs", .source = "pool"};
+    const MountEntry share{.minor = 50, .mountPoint = "/n", .fileSystemType = "nfs4", .source = "server:/n"};
+    std::vector<std::string> lines;
+    const SysfsDevices devices({m_dir.path("sys"), m_dir.path("udev"), m_dir.path("dev")},
+                               [&](const std::string& line) { lines.push_back(line); });
+    EXPECT_EQ(devices.describe({.major = 8, .mountPoint = "/m"}).facts.model, std::nullopt);
+    EXPECT_TRUE(devices.describe(pool).facts.protocol);
+    EXPECT_FALSE(devices.describe(share).facts.protocol);
+    EXPECT_THAT(lines, testing::IsEmpty());
+}
+
+TEST_F(SysfsDevicesTest, missingTreeOfDevicesIsOneLineOnTheErrorStream) {
+    const SysfsDevices devices({m_dir.path("none"), m_dir.path("none"), m_dir.path("none")});
+    testing::internal::CaptureStderr();
+    for (const unsigned minor : {1U, 2U})
+        EXPECT_FALSE(devices.describe({.major = 8, .minor = minor, .mountPoint = "/m"}).facts.isDescribed);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Could not find the device tree\n");
 }
 
 TEST_F(SysfsDevicesTest, unknownDeviceStillHasAProtocol) {

@@ -313,6 +313,7 @@ TEST_F(CModelVolumesTest, listedVolumeIsFoundByItsPathAndHeadsItsTree) {
     model->setStartPath("/disk");
     model->initRootItem();
     EXPECT_TRUE(model->getRootItem()->isVol());
+    EXPECT_EQ(model->getRootItem()->getDisplayName(), "Name of /disk");
 }
 
 } // namespace

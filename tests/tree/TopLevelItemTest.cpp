@@ -109,10 +109,15 @@ TEST(TopLevelItem, relativePathIsTheName) {
     EXPECT_EQ(volumeEntry().getFullPath(), "/mnt/disk");
 }
 
-TEST(TopLevelItem, displayNameIsTheLastComponentOfThePath) {
-    EXPECT_EQ(volumeEntry().getDisplayName(), "disk");
-    EXPECT_EQ(folderEntry().getDisplayName(), "someone");
-    EXPECT_EQ(VolumeItem("/", "System", 1, 0, 0).getDisplayName(), "/");
+TEST(TopLevelItem, displayNameIsTheName) {
+    EXPECT_EQ(volumeEntry().getDisplayName(), "My Disk");
+    EXPECT_EQ(folderEntry().getDisplayName(), "Someone");
+    EXPECT_EQ(VolumeItem("/", "System", 1, 0, 0).getDisplayName(), "System");
+}
+
+TEST(TopLevelItem, displayNameOfTheNamelessIsTheLastComponentOfThePath) {
+    EXPECT_EQ(VolumeItem("/mnt/disk", "", 1, 0, 0).getDisplayName(), "disk");
+    EXPECT_EQ(VolumeItem("/", "", 1, 0, 0).getDisplayName(), "/");
 }
 
 TEST(TopLevelItem, occupiedIsCapacityLessFree) {

@@ -47,6 +47,17 @@ TEST_F(VolumeSystemItemTest, newVolumeIsAnEmptyVisibleRoot) {
     EXPECT_FALSE(root->isMaxSizesValid());
 }
 
+TEST_F(VolumeSystemItemTest, volumeIsCalledByItsName) {
+    const auto storage = TreeStorage::create();
+    TreeArena& arena = storage->mainArena();
+    std::string name = "My Disk";
+    const VolumeSystemItem* const named = VolumeSystemItem::initWithPath(arena, "/mnt/disk", 1, 0, name);
+    name = "changed";
+    EXPECT_EQ(named->getDisplayName(), "My Disk");
+    EXPECT_EQ(named->getFullPath(), "/mnt/disk");
+    EXPECT_EQ(VolumeSystemItem::initWithPath(arena, "/mnt/disk", 1, 0)->getDisplayName(), "disk");
+}
+
 TEST_F(VolumeSystemItemTest, volumeIsAScannedVolumeAndADirectory) {
     EXPECT_TRUE(volume->isVol());
     EXPECT_TRUE(volume->isDir());

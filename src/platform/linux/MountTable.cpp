@@ -3,27 +3,37 @@
 #include "platform/linux/SmallFile.h"
 
 #include <charconv>
+#include <limits>
 #include <utility>
 
 namespace veltrano {
 
 namespace {
 
-/// Blanks, tabs, newlines and backslashes stand in the table as a backslash and three octal digits.
+constexpr std::size_t kEscapeLength = 4; // a backslash and three octal digits
+
+/// The byte of the escape that a text begins with; 0 if it begins with none. A number that no byte of a path
+/// has makes no escape.
+char escapedByte(std::string_view text) {
+    constexpr unsigned kOctal = 8;
+    if (text.size() < kEscapeLength || text.front() != '\\')
+        return 0;
+    unsigned value = 0;
+    for (const char digit : text.substr(1, kEscapeLength - 1)) {
+        if (digit < '0' || digit > '7')
+            return 0;
+        value = value * kOctal + static_cast<unsigned>(digit - '0');
+    }
+    return value <= std::numeric_limits<unsigned char>::max() ? static_cast<char>(value) : '\0';
+}
+
+/// Blanks, tabs, newlines and backslashes stand in the table as escapes.
 std::string unescape(std::string_view field) {
-    const auto isOctal = [](char digit) {
-        return digit >= '0' && digit <= '7';
-    };
     std::string bytes;
-    for (std::size_t at = 0; at < field.size(); ++at) {
-        if (field[at] == '\\' && at + 3 < field.size() && isOctal(field[at + 1]) && isOctal(field[at + 2]) &&
-            isOctal(field[at + 3])) {
-            bytes += static_cast<char>((field[at + 1] - '0') * 64 + (field[at + 2] - '0') * 8 +
-                                       field[at + 3] - '0');
-            at += 3;
-        } else {
-            bytes += field[at];
-        }
+    while (!field.empty()) {
+        const char escaped = escapedByte(field);
+        bytes += escaped != 0 ? escaped : field.front();
+        field.remove_prefix(escaped != 0 ? kEscapeLength : 1);
     }
     return bytes;
 }

@@ -6,7 +6,8 @@
 
 namespace veltrano {
 
-/// One line of the mount table. Texts are bytes with their escapes undone.
+/// One line of the mount table. Texts are bytes with their escapes undone; what looks like an escape and
+/// stands for no byte of a path stays as it is.
 struct MountEntry {
     int id = 0;
     int parent = 0; ///< The id of the mount that this one stands on.

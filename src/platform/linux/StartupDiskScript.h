@@ -14,7 +14,8 @@ inline constexpr const char* kFreeSpaceScript =
 
 /// Runs the shell script of that text and reads its output as the free bytes of the startup disk: a decimal
 /// number with nothing around it but blanks and newlines. -1 without a script, for any other output, or when
-/// it is not done within `limit`; it is killed then. Blocks; any thread.
+/// it is not done within `limit`; it is killed then, with whatever it started, and so it is when the program
+/// ends meanwhile, in whatever way. Blocks; any thread.
 [[nodiscard]] std::int64_t runStartupDiskScript(const std::string& script, std::chrono::milliseconds limit);
 
 /// The number in the script's output, or -1.

@@ -7,7 +7,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <utility>
@@ -38,15 +40,6 @@ std::string parentOf(const std::string& path) {
     return separator == std::string::npos ? std::string() : path.substr(0, separator);
 }
 
-bool isThere(const std::string& path) {
-    return ::access(path.c_str(), F_OK) == 0;
-}
-
-/// The disk of a partition; the folder itself for a whole disk.
-std::string wholeDisk(const std::string& folder) {
-    return isThere(folder + "/partition") ? parentOf(folder) : folder;
-}
-
 /// The names in a folder, sorted; hidden ones left out.
 std::vector<std::string> namesIn(const std::string& folder) {
     std::vector<std::string> names;
@@ -56,38 +49,6 @@ std::vector<std::string> namesIn(const std::string& folder) {
             names.emplace_back(record->d_name);
     std::sort(names.begin(), names.end());
     return names;
-}
-
-/// Missing if the file is; "Not available" if it can't be read; else its value.
-std::optional<std::string> getintrnlProp(const std::string& path) {
-    SmallFile file = readValue(path);
-    switch (file.state) {
-    case SmallFile::State::Missing:
-        return std::nullopt;
-    case SmallFile::State::Unreadable:
-        return kNotAvailable;
-    case SmallFile::State::Read:
-        break;
-    }
-    return file.text.empty() ? std::nullopt : std::optional(std::move(file.text));
-}
-
-/// "1" or "0" from the kernel's opposite.
-std::optional<std::string> mediaWritable(const std::string& folder) {
-    const auto readOnly = getintrnlProp(folder + "/ro");
-    if (!readOnly || *readOnly == kNotAvailable)
-        return readOnly;
-    return *readOnly == "0" ? "1" : "0";
-}
-
-/// Memory cards have a name where disks have a model. udev knows the whole name of a disk of which the kernel
-/// keeps the first sixteen bytes.
-std::optional<std::string> modelOf(const std::string& disk, const UdevRecord& record) {
-    if (auto model = record.decoded("ID_MODEL_ENC"))
-        return model;
-    if (auto model = getintrnlProp(disk + "/device/model"))
-        return model;
-    return getintrnlProp(disk + "/device/name");
 }
 
 MediaClass mediaClassOf(const std::string& disk, const UdevRecord& record) {
@@ -132,10 +93,21 @@ const char* protocolOfStep(const std::string& folder) {
     return nullptr;
 }
 
+/// As the kernel writes it.
+std::string numberOf(const MountEntry& mount) {
+    return std::to_string(mount.major) + ":" + std::to_string(mount.minor);
+}
+
+void writeToErrorStream(const std::string& line) {
+    std::fputs((line + "\n").c_str(), stderr);
+}
+
 } // namespace
 
-SysfsDevices::SysfsDevices(Places places)
-    : m_places(std::move(places)), m_devicesRoot(resolved(m_places.sysfs + "/devices")) {}
+SysfsDevices::SysfsDevices(Places places, Report report)
+    : m_places(std::move(places)),
+      m_report(report ? std::move(report) : writeToErrorStream),
+      m_devicesRoot(resolved(m_places.sysfs + "/devices")) {}
 
 SysfsDevices::Description SysfsDevices::describe(const MountEntry& mount) const {
     Description description;
@@ -144,8 +116,10 @@ SysfsDevices::Description SysfsDevices::describe(const MountEntry& mount) const 
     DeviceFacts& facts = description.facts;
     const std::string folder = folderOf(mount);
     if (folder.empty()) {
-        facts.protocol = mount.major != 0 || mount.source.starts_with("/dev/") ? kProtocolBlockDevice
-                                                                               : kProtocolStoragePool;
+        const bool isOnDevice = mount.major != 0 || mount.source.starts_with("/dev/");
+        facts.protocol = isOnDevice ? kProtocolBlockDevice : kProtocolStoragePool;
+        if (isOnDevice)
+            reportMissing(mount);
         if (mount.source.starts_with("/dev/"))
             facts.bsdName = lastComponent(mount.source);
         return description;
@@ -170,8 +144,7 @@ SysfsDevices::Description SysfsDevices::describe(const MountEntry& mount) const 
 std::string SysfsDevices::folderOf(const MountEntry& mount) const {
     if (mount.major == 0)
         return folderOfSource(mount.source);
-    return resolved(m_places.sysfs + "/dev/block/" + std::to_string(mount.major) + ":" +
-                    std::to_string(mount.minor));
+    return resolved(m_places.sysfs + "/dev/block/" + numberOf(mount));
 }
 
 /// File systems over several devices have a number of their own, and name one of the devices as their source.
@@ -185,6 +158,15 @@ std::string SysfsDevices::folderOfSource(const std::string& source) const {
         target = lastComponent(name);
     return target.empty() || target.starts_with('.') ? std::string()
                                                      : resolved(m_places.sysfs + "/class/block/" + target);
+}
+
+/// The disk of a partition; the folder itself for a whole disk.
+std::string SysfsDevices::wholeDisk(const std::string& folder) const {
+    if (::access((folder + "/partition").c_str(), F_OK) == 0)
+        return parentOf(folder);
+    if (errno != ENOENT)
+        reportFailure(lastComponent(folder) + ": Could not retrieve Whole property");
+    return folder;
 }
 
 /// Encrypted disks, logical volumes and arrays lie on others; the first of those stands for all.
@@ -203,6 +185,40 @@ std::string SysfsDevices::firstPhysical(std::string disk) const {
 UdevRecord SysfsDevices::recordOf(const std::string& folder) const {
     const std::string number = readValue(folder + "/dev").text;
     return UdevRecord(number.empty() ? std::string() : readSmallFile(m_places.udev + "/b" + number).text);
+}
+
+/// Missing if the file is; "Not available" if it can't be read; else its value.
+std::optional<std::string> SysfsDevices::getintrnlProp(const std::string& folder,
+                                                       const std::string& forkey) const {
+    SmallFile file = readValue(folder + "/" + forkey);
+    switch (file.state) {
+    case SmallFile::State::Missing:
+        return std::nullopt;
+    case SmallFile::State::Unreadable:
+        reportFailure(lastComponent(folder) + ": Could not retrieve " + forkey + " property");
+        return kNotAvailable;
+    case SmallFile::State::Read:
+        break;
+    }
+    return file.text.empty() ? std::nullopt : std::optional(std::move(file.text));
+}
+
+/// "1" or "0" from the kernel's opposite.
+std::optional<std::string> SysfsDevices::mediaWritable(const std::string& folder) const {
+    const auto readOnly = getintrnlProp(folder, "ro");
+    if (!readOnly || *readOnly == kNotAvailable)
+        return readOnly;
+    return *readOnly == "0" ? "1" : "0";
+}
+
+/// Memory cards have a name where disks have a model. udev knows the whole name of a disk of which the kernel
+/// keeps the first sixteen bytes.
+std::optional<std::string> SysfsDevices::modelOf(const std::string& disk, const UdevRecord& record) const {
+    if (auto model = record.decoded("ID_MODEL_ENC"))
+        return model;
+    if (auto model = getintrnlProp(disk, "device/model"))
+        return model;
+    return getintrnlProp(disk, "device/name");
 }
 
 std::string SysfsDevices::protocolOf(const std::string& disk) const {
@@ -226,6 +242,24 @@ bool SysfsDevices::isOutside(const std::string& disk, const std::string& protoco
         if (readValue(step + "/removable").text == "removable")
             return true;
     return false;
+}
+
+/// A container may have no device tree at all, which is one failure and not one for each mount.
+void SysfsDevices::reportMissing(const MountEntry& mount) const {
+    if (m_devicesRoot.empty())
+        reportFailure("Could not find the device tree");
+    else
+        reportFailure("Device " + numberOf(mount) + ": Could not find it in the device tree");
+}
+
+/// The volumes are read every few seconds, and what failed fails again.
+void SysfsDevices::reportFailure(const std::string& line) const {
+    {
+        const std::lock_guard guard(m_mutex);
+        if (!m_reported.insert(line).second)
+            return;
+    }
+    m_report(line);
 }
 
 } // namespace veltrano

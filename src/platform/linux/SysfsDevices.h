@@ -4,15 +4,22 @@
 #include "platform/linux/MountTable.h"
 #include "platform/linux/UdevRecord.h"
 
+#include <functional>
+#include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace veltrano {
 
 /// What is known of the block device under a mount, from the kernel's device tree and udev's database. Asks
-/// no daemon and touches no medium. Any thread.
+/// no daemon and touches no medium. What can't be found out is reported, once for each device and fact. Any
+/// thread.
 class SysfsDevices {
 public:
+    /// Takes a line without its end. On the thread that asks.
+    using Report = std::function<void(const std::string& line)>;
+
     struct Places {
         std::string sysfs = "/sys";
         std::string udev = "/run/udev/data";
@@ -28,7 +35,10 @@ public:
     };
 
     SysfsDevices() : SysfsDevices(Places()) {}
-    explicit SysfsDevices(Places places);
+    /// Without a report the lines go to the error stream.
+    explicit SysfsDevices(Places places, Report report = nullptr);
+    SysfsDevices(const SysfsDevices&) = delete;
+    SysfsDevices& operator=(const SysfsDevices&) = delete;
 
     /// Facts that are missing stay so; one that is there but can't be read is kNotAvailable. Every mount but
     /// one of the network has a protocol.
@@ -37,13 +47,24 @@ public:
 private:
     std::string folderOf(const MountEntry& mount) const;
     std::string folderOfSource(const std::string& source) const;
+    std::string wholeDisk(const std::string& folder) const;
     std::string firstPhysical(std::string disk) const;
+    std::optional<std::string> getintrnlProp(const std::string& folder, const std::string& forkey) const;
+    std::optional<std::string> mediaWritable(const std::string& folder) const;
+    std::optional<std::string> modelOf(const std::string& disk, const UdevRecord& record) const;
     UdevRecord recordOf(const std::string& folder) const;
     std::string protocolOf(const std::string& disk) const;
     bool isOutside(const std::string& disk, const std::string& protocol) const;
+    void reportMissing(const MountEntry& mount) const;
+    void reportFailure(const std::string& line) const;
 
+    // Constant after construction.
     const Places m_places;
-    std::string m_devicesRoot; ///< Where the walk towards the parents ends.
+    const Report m_report;
+    const std::string m_devicesRoot; ///< Where the walk towards the parents ends.
+
+    mutable std::mutex m_mutex;
+    mutable std::set<std::string> m_reported; ///< Guarded by the mutex.
 };
 
 // What a device is connected by, in the words that the sidebar groups by.

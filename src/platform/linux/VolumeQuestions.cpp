@@ -49,7 +49,8 @@ VolumeAnswer askVolume(const std::string& path) {
     answer.isReadable = true;
     answer.size = product(space.f_blocks, space.f_frsize);
     answer.freeSize = std::min(product(space.f_bfree, space.f_frsize), answer.size);
-    answer.nodes = space.f_files > space.f_ffree ? product(space.f_files - space.f_ffree, 1) : 0;
+    // Those in use change with every file, and so would the volume.
+    answer.nodes = product(space.f_files, 1);
     answer.pathFacts.created = dateOf(facts, STATX_BTIME, facts.stx_btime);
     answer.pathFacts.modified = dateOf(facts, STATX_MTIME, facts.stx_mtime);
     answer.pathFacts.accessed = dateOf(facts, STATX_ATIME, facts.stx_atime);

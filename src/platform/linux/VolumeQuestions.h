@@ -18,7 +18,7 @@ struct VolumeAnswer {
     bool isReadable = false;   ///< Whether it is a folder that tells its sizes.
     std::int64_t size = 0;     ///< Bytes; blocks kept for the administrator included.
     std::int64_t freeSize = 0; ///< Bytes, from 0 to `size`.
-    std::int64_t nodes = 0;
+    std::int64_t nodes = 0;    ///< Files that there is room for; 0 where the file system has no limit.
     PathFacts pathFacts{};
 
     bool operator==(const VolumeAnswer&) const = default;

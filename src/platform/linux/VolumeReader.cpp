@@ -36,14 +36,15 @@ VolumeQuestions::Ask withScript(VolumeQuestions::Ask ask, std::string script,
     };
 }
 
-std::string lastComponent(const std::string& path) {
-    return path == "/" ? path : path.substr(path.rfind('/') + 1);
+/// What a volume without a label is called.
+std::string nameByPath(const std::string& path) {
+    return path == "/" ? "File System" : path.substr(path.rfind('/') + 1);
 }
 
 VolumeFacts factsOf(const MountEntry& mount, SysfsDevices::Description description) {
     VolumeFacts facts;
     facts.path = mount.mountPoint;
-    facts.name = description.label.value_or(lastComponent(mount.mountPoint));
+    facts.name = description.label.value_or(nameByPath(mount.mountPoint));
     facts.fileSystemType = mount.fileSystemType;
     facts.isRemovable = description.isRemovable;
     facts.isWritable = !hasOption(mount.options, "ro") && !hasOption(mount.superOptions, "ro");

@@ -6,11 +6,9 @@
 namespace veltrano {
 
 bool PosixFileActions::fileExistsAtPath(std::string_view path) const {
-    // The system would take a NUL for the end and answer for another path.
-    if (path.empty() || path.find('\0') != std::string_view::npos)
-        return false;
     struct stat facts {};
-    return ::stat(std::string(path).c_str(), &facts) == 0;
+    // The system would take a NUL for the end and answer for another path.
+    return path.find('\0') == std::string_view::npos && ::stat(std::string(path).c_str(), &facts) == 0;
 }
 
 } // namespace veltrano
