@@ -7,12 +7,15 @@
 #include <QAction>
 #include <QApplication>
 #include <QIcon>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOptionMenuItem>
+
+#include <cmath>
 
 namespace veltrano {
 
@@ -21,6 +24,7 @@ namespace {
 constexpr QSize kBarItemPadding(11, 6); // points beside and above the text of a title in the menu bar
 constexpr QMargins kBarItemPlate(2, 2, 2, 2);
 constexpr double kBarItemRadius = 5; // points
+constexpr int kMenuRadius = 9;       // points
 
 /// The font of a title in the menu bar: that of its entry, where that has one of its own.
 QFont barItemFont(const QStyleOptionMenuItem& item, const QWidget& bar) {
@@ -28,6 +32,24 @@ QFont barItemFont(const QStyleOptionMenuItem& item, const QWidget& bar) {
         if (action->text() == item.text)
             return action->font().resolve(bar.font());
     return bar.font();
+}
+
+/// The pixels of a rectangle with round corners, those that lie in it by half or more. A polygon of the same
+/// outline loses some of them on its right and lower side.
+QRegion roundedRegion(const QRect& rect, int radius) {
+    QRegion region(rect.adjusted(0, radius, 0, -radius));
+    for (int row = 0; row < radius; ++row) {
+        const double height = radius - row - 0.5; // of the row's middle above that of the corner's circle
+        const int inset = radius - qRound(std::sqrt(radius * radius - height * height));
+        region += QRect(rect.left() + inset, rect.top() + row, rect.width() - 2 * inset, 1);
+        region += QRect(rect.left() + inset, rect.bottom() - row, rect.width() - 2 * inset, 1);
+    }
+    return region;
+}
+
+/// Whether the surfaces of windows are always mixed with what lies under them, and so need no mask.
+bool isAlwaysComposed() {
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
 
 /// The style under ours, with the letters of menus underlined for nobody: Alt and the letter work all the
@@ -38,7 +60,23 @@ public:
 
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* returnData) const override {
-        return hint == SH_UnderlineShortcut ? 0 : QProxyStyle::styleHint(hint, option, widget, returnData);
+        if (hint == SH_UnderlineShortcut)
+            return 0;
+        if (auto* const mask = qstyleoption_cast<QStyleHintReturnMask*>(returnData);
+            hint == SH_Menu_Mask && mask && option) {
+            if (isAlwaysComposed())
+                return 0;
+            mask->region = roundedRegion(option->rect, kMenuRadius);
+            return 1;
+        }
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+
+    using QProxyStyle::polish;
+    void polish(QWidget* widget) override {
+        QProxyStyle::polish(widget);
+        if (isAlwaysComposed() && qobject_cast<QMenu*>(widget))
+            widget->setAttribute(Qt::WA_TranslucentBackground);
     }
 
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
@@ -102,11 +140,11 @@ QPalette palette() {
 QString menuLook() {
     return QStringLiteral(
                "QMenuBar { background: %1; color: %2; border: none; spacing: 0; padding-left: 3px; }"
-               "QMenu { background: %3; border: 1px solid %4; padding: 5px; }"
+               "QMenu { background: %3; border: 1px solid %4; border-radius: 9px; padding: 5px; }"
                "QMenu::item { height: 24px; padding: 1px 20px 1px 20px; border-radius: 5px; }"
                "QMenu::item:selected { background: %5; color: %3; }"
                "QMenu::item:disabled { color: %6; }"
-               "QMenu::separator { height: 1px; margin: 5px 12px; background: %7; }")
+               "QMenu::separator { height: 1px; margin: 5px 7px; background: %7; }")
         .arg(tokens::kMenuBar.name(), tokens::kInk.name(), tokens::kWhite.name(), tokens::kMenuEdge.name(),
              tokens::kAccent.name(), tokens::kDisabled.name(), tokens::kLineSoft.name());
 }
