@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <sys/resource.h>
+#include <time.h>
 
 namespace veltrano {
 
@@ -18,8 +19,11 @@ double seconds(const timeval& time) {
 Cost spentSoFar() {
     rusage usage{};
     ::getrusage(RUSAGE_SELF, &usage);
+    timespec thread{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &thread);
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return {std::chrono::duration<double>(now).count(), seconds(usage.ru_utime) + seconds(usage.ru_stime)};
+    return {std::chrono::duration<double>(now).count(), seconds(usage.ru_utime) + seconds(usage.ru_stime),
+            static_cast<double>(thread.tv_sec) + static_cast<double>(thread.tv_nsec) / 1e9};
 }
 
 } // namespace
@@ -28,7 +32,7 @@ CostMeter::CostMeter() : m_start(spentSoFar()) {}
 
 Cost CostMeter::cost() const {
     const Cost now = spentSoFar();
-    return {now.wall - m_start.wall, now.cpu - m_start.cpu};
+    return {now.wall - m_start.wall, now.cpu - m_start.cpu, now.thread - m_start.thread};
 }
 
 double median(std::vector<double> values) {

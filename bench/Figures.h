@@ -7,11 +7,12 @@ namespace veltrano {
 
 /// What a piece of work cost this process.
 struct Cost {
-    double wall = 0; ///< Seconds.
-    double cpu = 0;  ///< Seconds of all threads, user and system.
+    double wall = 0;   ///< Seconds.
+    double cpu = 0;    ///< Seconds of all threads, user and system.
+    double thread = 0; ///< The same of the thread that measures alone, which is also true on a busy machine.
 };
 
-/// Measures from its making on.
+/// Measures from its making on, on one thread.
 class CostMeter {
 public:
     CostMeter();

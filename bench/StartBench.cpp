@@ -13,6 +13,7 @@
 #include "platform/linux/FileManagerDesktop.h"
 #include "platform/linux/LauncherEntry.h"
 #include "platform/linux/LinuxCatalogue.h"
+#include "platform/linux/LinuxFileDates.h"
 #include "platform/linux/LinuxFolderQuestions.h"
 #include "platform/linux/LinuxScanFacts.h"
 #include "platform/linux/LinuxVolumes.h"
@@ -132,6 +133,7 @@ int startOnce(int argc, char* argv[], const std::string& table, int told) {
     CModel& volumesOf = *model;
     QtSettings settings(table + ".conf");
     LinuxFolderQuestions folderQuestions(mainLoop);
+    LinuxFileDates fileDates(mainLoop);
     FileManagerDesktop desktop(QDBusConnection::sessionBus(), openWithDesktop);
     const std::string home = homeFolder();
     CSTreeController controller({.mainLoop = mainLoop,
@@ -143,6 +145,7 @@ int startOnce(int argc, char* argv[], const std::string& table, int told) {
                                  .desktop = desktop,
                                  .volumes = volumes,
                                  .folderQuestions = folderQuestions,
+                                 .fileDates = fileDates,
                                  .favouritePlaces = {.home = home}},
                                 std::move(model), window);
     p1AppDelegate(notifications, application).applicationDidFinishLaunching();

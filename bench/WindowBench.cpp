@@ -5,24 +5,25 @@
 #include "app/QtMainLoop.h"
 #include "appearance/Look.h"
 #include "bench/BareWalk.h"
+#include "bench/ChartTree.h"
 #include "bench/Figures.h"
+#include "bench/LoopMeter.h"
 #include "chart/AnimView.h"
 #include "chart/ChartArea.h"
 #include "chart/RadialView.h"
+#include "chart/geometry/SectorHit.h"
 #include "chart/geometry/SectorWalk.h"
 #include "platform/linux/LinuxCatalogue.h"
+#include "platform/linux/LinuxFileDates.h"
 #include "platform/linux/LinuxFolderQuestions.h"
 #include "platform/posix/PosixFileActions.h"
 #include "support/FakeVolumes.h"
 #include "support/MapSettings.h"
 #include "support/Recorders.h"
-#include "support/TreeBuilder.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QThread>
 #include <QWindow>
 
 #include <array>
@@ -37,8 +38,8 @@ namespace veltrano {
 namespace {
 
 constexpr int kThreads = 4;
+constexpr double kMicros = 1e6;
 constexpr double kMillis = 1000;
-constexpr double kNanos = 1e9;
 
 [[noreturn]] void fail(const std::string& what) {
     std::fprintf(stderr, "veltrano_window_bench: %s\n", what.c_str());
@@ -55,36 +56,6 @@ public:
     void play(std::string_view) override {}
 };
 
-/// Turns the main loop by hand and times each turn, without the time it slept.
-class LoopMeter {
-public:
-    LoopMeter() { m_clock.start(); }
-
-    /// Until the condition holds.
-    template <class Condition>
-    void run(Condition holds) {
-        while (!holds()) {
-            const double start = now();
-            QCoreApplication::processEvents(QEventLoop::AllEvents);
-            const double took = now() - start;
-            if (took > kIdleTurn)
-                m_turns.push_back(took);
-            else
-                QThread::usleep(kNap);
-        }
-    }
-
-    std::vector<double> takeTurns() { return std::exchange(m_turns, {}); }
-    double now() const { return static_cast<double>(m_clock.nsecsElapsed()) / kNanos; }
-
-private:
-    static constexpr double kIdleTurn = 0.00002; // seconds; a turn this short found nothing to do
-    static constexpr unsigned long kNap = 200;   // microseconds
-
-    QElapsedTimer m_clock;
-    std::vector<double> m_turns; // seconds
-};
-
 /// The program as its main function puts it together.
 struct Program {
     Program()
@@ -96,7 +67,8 @@ struct Program {
                       .settings = settings,
                       .desktop = desktop,
                       .volumes = volumes,
-                      .folderQuestions = folderQuestions},
+                      .folderQuestions = folderQuestions,
+                      .fileDates = fileDates},
                      std::make_unique<CModel>(mainLoop, notifications, catalogue,
                                               TimeCode(currentCatalogueDate), ScanFacts{}, volumes),
                      window) {
@@ -114,6 +86,7 @@ struct Program {
     MapSettings settings;
     RecordingDesktop desktop;
     LinuxFolderQuestions folderQuestions{mainLoop};
+    LinuxFileDates fileDates{mainLoop};
     std::shared_ptr<FileCatalogue> catalogue = std::make_shared<LinuxCatalogue>();
     MainWindow window{mainLoop, catalogue, "/"};
     CSTreeController controller;
@@ -156,41 +129,14 @@ void benchScan(const std::string& name, const std::string& path, int rounds) {
     printFigure(name + ": 99 of 100 turns within, window shown", 8, median(usual) * kMillis, "ms");
 }
 
-/// A tree whose chart has 1530 sectors on six rings: folders that each hold one large item and so many files
-/// too small to be seen.
-test::TreeBuilder makeTree(int smallFilesInFolder) {
-    constexpr std::array kFoldersIn = {10, 9, 4};  // on rings 1 to 3
-    constexpr int kChain = 2;                      // folders one inside the other below each of those
-    constexpr std::int64_t kLarge = 1'000'000'000; // bytes
-    test::TreeBuilder tree("/large");
-    int number = 0;
-    auto name = [&number] {
-        return "n" + std::to_string(number++);
-    };
-    std::vector<FolderSystemItem*> folders{tree.root()};
-    for (const int count : kFoldersIn) {
-        std::vector<FolderSystemItem*> below;
-        for (FolderSystemItem* const folder : folders)
-            for (int index = 0; index < count; ++index)
-                below.push_back(tree.folder(folder, name()));
-        folders = std::move(below);
-    }
-    for (FolderSystemItem* folder : folders) {
-        for (int index = 0; index < smallFilesInFolder; ++index)
-            tree.file(folder, name(), 4096, static_cast<std::uint8_t>(number % 8));
-        for (int index = 0; index < kChain; ++index)
-            folder = tree.folder(folder, name());
-        tree.file(folder, name(), kLarge, static_cast<std::uint8_t>(number % 8));
-    }
-    tree.recount();
-    return tree;
-}
-
 /// The chart of a tree in a window of the size that the figures are told for.
 struct ShownChart {
-    explicit ShownChart(int smallFilesInFolder) : tree(makeTree(smallFilesInFolder)) {
+    explicit ShownChart(int smallFilesInFolder) : tree(makeChartTree(smallFilesInFolder)) {
         area.resize(kSize);
         area.show();
+        // Nothing is painted before the display server has answered.
+        while (!area.windowHandle() || !area.windowHandle()->isExposed())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         chart.setRoot(tree.root(), true, true);
         forEachSector(*tree.root(), chart.getLayout(), [&](const Sector&) {
             ++sectors;
@@ -216,7 +162,7 @@ struct ShownChart {
 void benchLayout(int rounds) {
     constexpr int kSmallFiles = 2770; // a million in all
     ShownChart shown(kSmallFiles);
-    std::vector<double> layout;
+    std::vector<double> layout, processor;
     for (int round = 0; round < rounds; ++round) {
         const CostMeter meter;
         shown.chart.initCountOfSublevels(true);
@@ -229,18 +175,20 @@ void benchLayout(int rounds) {
             return SectorVisit::Descend;
         });
         layout.push_back(meter.cost().wall);
+        processor.push_back(meter.cost().thread);
         if (sum <= 0)
             fail("the chart shows nothing");
     }
     printFigure("chart: layout for one tick, a million nodes", 8, median(layout) * kMillis, "ms",
                 shown.remark());
+    printMeasure("chart: layout, processor time of the main thread", median(processor) * kMillis, "ms");
 }
 
 void benchPaint(int rounds) {
     ShownChart shown(10);
     const RadialView& view = shown.area.getRadialView();
     QImage picture(ShownChart::kSize, QImage::Format_ARGB32_Premultiplied);
-    std::vector<double> paint;
+    std::vector<double> paint, processor;
     for (int round = 0; round < rounds; ++round) {
         picture.fill(Qt::transparent);
         const CostMeter meter;
@@ -249,15 +197,31 @@ void benchPaint(int rounds) {
         shown.chart.DrawRadialSructure(painter, view.getChartBounds());
         painter.end();
         paint.push_back(meter.cost().wall);
+        processor.push_back(meter.cost().thread);
     }
     printFigure("chart: full paint at 900 x 700, 1x", 12, median(paint) * kMillis, "ms", shown.remark());
+    printMeasure("chart: full paint, processor time of the main thread", median(processor) * kMillis, "ms");
 }
+
+/// Sees when a widget has been painted.
+class PaintWatch final : public QObject {
+public:
+    explicit PaintWatch(QWidget& widget) { widget.installEventFilter(this); }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        isPainted = isPainted || event->type() == QEvent::Paint;
+        return false;
+    }
+
+    bool isPainted = false;
+};
 
 /// The pointer goes round the third ring, from sector to sector.
 void benchHover() {
     constexpr int kRing = 3;
     constexpr int kSteps = 360;
     ShownChart shown(10);
+    PaintWatch watch(shown.area.getAnimView());
     const double radius = shown.chart.getLayout().getRadius(kRing) * 0.95;
     const QPointF middle(ShownChart::kSize.width() / 2.0, ShownChart::kSize.height() / 2.0);
     std::vector<double> hover;
@@ -266,13 +230,62 @@ void benchHover() {
         const QPointF at = middle + QPointF(radius * std::cos(angle), radius * std::sin(angle));
         QMouseEvent move(QEvent::MouseMove, at, shown.area.mapToGlobal(at), Qt::NoButton, Qt::NoButton,
                          Qt::NoModifier);
+        QCoreApplication::processEvents();
+        const TreeObject* const before = shown.chart.getCurPointedSector().m_pItem();
+        watch.isPainted = false;
         const CostMeter meter;
         QCoreApplication::sendEvent(&shown.area.getRadialView(), &move);
-        QCoreApplication::processEvents();
+        if (shown.chart.getCurPointedSector().m_pItem() == before)
+            continue;
+        while (!watch.isPainted)
+            QCoreApplication::processEvents();
         hover.push_back(meter.cost().wall);
     }
-    printMeasure("chart: pointing at another sector, until its outline is painted", median(hover) * kMillis,
-                 "ms");
+    if (hover.empty())
+        fail("the pointer met one sector only");
+    printFigure("chart: pointing at another sector, until its outline is painted", 4, median(hover) * kMillis,
+                "ms",
+                std::to_string(hover.size()) + " sectors, longest " + text(quantile(hover, 1) * kMillis, 2));
+}
+
+/// Hit tests all over a chart of 10 thousand sectors and more, on a screen large enough for them.
+void benchHit() {
+    constexpr std::array kFoldersIn = {60, 14};
+    constexpr int kChain = 11; // folders one inside the other below each of those
+    constexpr double kSide = 3000;
+    constexpr int kHits = 20'000;
+    test::TreeBuilder tree("/many");
+    int number = 0;
+    for (int outer = 0; outer < kFoldersIn[0]; ++outer) {
+        FolderSystemItem* const folder = tree.folder(tree.root(), std::to_string(number++));
+        for (int inner = 0; inner < kFoldersIn[1]; ++inner)
+            tree.file(tree.chain(tree.folder(folder, std::to_string(number++)), "n", kChain - 1), "f", 1000);
+    }
+    tree.recount();
+    RingLayout layout;
+    layout.setBounds(QRectF(0, 0, kSide, kSide));
+    layout.m_nSubLevels = kMaxSubLevels;
+    layout.m_lTotalSize = tree.root()->gettotalsize();
+    int sectors = 0;
+    forEachSector(*tree.root(), layout, [&](const Sector&) {
+        ++sectors;
+        return SectorVisit::Descend;
+    });
+    const SectorSentinels none{nullptr, nullptr};
+    int found = 0;
+    const CostMeter meter;
+    for (int hit = 0; hit < kHits; ++hit) {
+        // Round and outwards in steps that do not repeat.
+        constexpr double kGoldenAngle = 2.399963;
+        const double angle = hit * kGoldenAngle;
+        const double radius = static_cast<double>(layout.m_fullRadius) * std::sqrt((hit + 0.5) / kHits);
+        const QPointF at = layout.m_Center + radius * QPointF(std::cos(angle), std::sin(angle));
+        found += getItemByPoint(layout, tree.root(), none, at, nullptr, nullptr) != nullptr;
+    }
+    const double each = meter.cost().wall / kHits;
+    if (found != kHits || sectors < 10'000)
+        fail("the hit test met a gap, or there are too few sectors");
+    printFigure("chart: hit test", 20, each * kMicros, "us", std::to_string(sectors) + " sectors");
 }
 
 void benchChart(int rounds) {
@@ -280,6 +293,7 @@ void benchChart(int rounds) {
     benchLayout(rounds * kRunsInRound);
     benchPaint(rounds * kRunsInRound);
     benchHover();
+    benchHit();
 }
 
 /// Counts how often a widget is painted.
@@ -298,7 +312,7 @@ public:
 /// From one scanned tree to another and back, each time until its chart is painted.
 void benchSwitch(int rounds) {
     constexpr int kSmallFiles = 2770; // a million in all
-    test::TreeBuilder other = makeTree(kSmallFiles);
+    test::TreeBuilder other = makeChartTree(kSmallFiles);
     ShownChart shown(kSmallFiles);
     const std::array roots{other.root(), shown.tree.root()};
     PaintCounter counter(shown.area.getRadialView());

@@ -8,14 +8,17 @@
 #include "app/WindowIcon.h"
 #include "app/p1AppDelegate.h"
 #include "appearance/Look.h"
+#include "appearance/Motion.h"
 #include "appearance/PMProgressIndicatorController.h"
 #include "platform/linux/CanberraSounds.h"
 #include "platform/linux/FileManagerDesktop.h"
 #include "platform/linux/LauncherEntry.h"
 #include "platform/linux/LinuxCatalogue.h"
+#include "platform/linux/LinuxFileDates.h"
 #include "platform/linux/LinuxFolderQuestions.h"
 #include "platform/linux/LinuxScanFacts.h"
 #include "platform/linux/LinuxVolumes.h"
+#include "platform/linux/PortalMotion.h"
 #include "platform/linux/StartupDiskScript.h"
 #include "platform/posix/HomeFolder.h"
 #include "platform/posix/PosixFileActions.h"
@@ -44,9 +47,12 @@ int runProgram(QApplication& application) {
     const std::string config = configFolder(home);
     QtSettings settings(config + "/Quorvex/Veltrano.conf");
     LinuxFolderQuestions folderQuestions(mainLoop);
+    LinuxFileDates fileDates(mainLoop);
     FileManagerDesktop desktop(QDBusConnection::sessionBus(), openWithDesktop);
     SoundFiles soundFiles;
     CanberraSounds sounds([&soundFiles](std::string_view name) { return soundFiles.fileOfSound(name); });
+    PortalMotion motion(QDBusConnection::sessionBus());
+    motion.observe(setMotionReduced);
     const PosixFileActions files;
     const auto catalogue = std::make_shared<LinuxCatalogue>();
     const TimeCode timeCode(currentCatalogueDate);
@@ -67,6 +73,7 @@ int runProgram(QApplication& application) {
          .desktop = desktop,
          .volumes = volumes,
          .folderQuestions = folderQuestions,
+         .fileDates = fileDates,
          .favouritePlaces = {.home = home, .downloads = downloadsFolder(home, config)}},
         std::make_unique<CModel>(mainLoop, notifications, catalogue, timeCode, linuxScanFacts(), volumes),
         window);

@@ -2,9 +2,11 @@
 
 #include "app/DisplayText.h"
 #include "app/MainWindow.h"
+#include "app/ModifiedDateText.h"
 #include "app/p1AppDelegate.h"
 #include "appearance/PushButton.h"
 #include "chart/ChartArea.h"
+#include "chart/PanelController.h"
 #include "chart/RadialController.h"
 
 #include <algorithm>
@@ -25,6 +27,11 @@ CSTreeController::CSTreeController(const Services& services, std::unique_ptr<CMo
       mainWindow(window),
       mRadialController(window.chartArea().controller()),
       dirwalker(std::move(model)),
+      mPanelController(std::make_unique<PanelController>(
+          services.notifications, &window,
+          [this](const std::string& path) {
+              return stringModifiedDateOfFilePath(m_services.fileDates, path, DateStyle::Short);
+          })),
       mFFoldersController(services.settings, services.folderQuestions, services.favouritePlaces),
       mRecentsController(services.settings, services.folderQuestions),
       mVolsController(std::make_unique<VolumesTableController>(window.sidebarTable(), *this,
@@ -34,6 +41,7 @@ CSTreeController::CSTreeController(const Services& services, std::unique_ptr<CMo
 
 void CSTreeController::awake() {
     mRadialController.setHost(this);
+    mRadialController.setPanelController(mPanelController.get());
     connectWindow();
     connectMenus();
     enumVolumes();
@@ -44,6 +52,10 @@ void CSTreeController::awake() {
                                     [this] {
                                         simpleUpdateVolumesInfo();
                                     }});
+
+    m_services.fileDates.observe([this](const std::string& path, FileDates::Date date) {
+        mPanelController->setLateDateText(path, stringModifiedDate(date, DateStyle::Short));
+    });
 
     auto observe = [this](std::string_view name, NotificationCentre::Handler handler) {
         m_observers.push_back(m_services.notifications.addObserver(std::string(name), std::move(handler)));
@@ -63,9 +75,11 @@ CSTreeController::~CSTreeController() {
     for (const auto token : m_observers)
         m_services.notifications.removeObserver(token);
     m_services.volumes.observe({});
+    m_services.fileDates.observe({});
     for (const auto token : {m_nDelayedUpdate, m_nFinishRun, m_nChartUpdate, m_nPeriodicUpdate})
         m_services.mainLoop.cancel(token);
     mRadialController.setRoot(nullptr);
+    mRadialController.setPanelController(nullptr);
     mRadialController.setHost(nullptr);
 }
 
@@ -82,6 +96,8 @@ void CSTreeController::connectWindow() {
         mRadialController.ResumeAnimation();
         mRadialController.showSelectionAfterLiveResize();
     });
+    connect(&mainWindow, &MainWindow::pathComponentClicked, this,
+            [this](const QByteArray& path) { mRadialController.clickedonPathComponent(path.toStdString()); });
     connect(&mainWindow.removeEntryButton(), &QAbstractButton::clicked, this,
             &CSTreeController::actionRemoveFolder);
     connect(mVolsController.get(), &VolumesTableController::contextMenuRequested, &mainWindow,
@@ -102,6 +118,8 @@ void CSTreeController::setRootForRadial(VolumeFolderProtocol* root) {
 void CSTreeController::setPathControlTextForItem(VolumeFolderProtocol* item) {
     // Every change of the chart's root comes by here.
     mainWindow.setStartHintShown(item == nullptr);
+    const auto volume = dirwalker->getVolumeItemWithPath("/");
+    mainWindow.setPathControlTextForItem(item, volume ? displayText(volume->getDisplayName()) : QString());
 }
 
 void CSTreeController::treeIsDropped(FolderSystemItem&) {}

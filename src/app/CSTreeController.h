@@ -10,6 +10,7 @@
 #include "platform/Alerts.h"
 #include "platform/Desktop.h"
 #include "platform/FileActions.h"
+#include "platform/FileDates.h"
 #include "platform/FolderQuestions.h"
 #include "platform/MainLoop.h"
 #include "platform/NotificationCentre.h"
@@ -33,6 +34,7 @@ namespace veltrano {
 
 class FileSystemItem;
 class MainWindow;
+class PanelController;
 class PreferencesSheet;
 class RadialController;
 
@@ -41,7 +43,8 @@ class RadialController;
 /// of volumes up to date, and loads and saves the settings. One per program, made after the window and
 /// destroyed before it; main thread. That a scan runs is asked of the model alone.
 ///
-/// Its files: construction and windows in CSTreeController.cpp, then Scan, Volumes, Folders, Settings, Menus.
+/// Its files: construction and windows in CSTreeController.cpp, then Scan, Volumes, Folders, Settings, Menus,
+/// Chart.
 class CSTreeController final : public QObject, public ChartHost, public SidebarHost {
     Q_OBJECT
 
@@ -57,6 +60,7 @@ public:
         Desktop& desktop;
         Volumes& volumes;
         FolderQuestions& folderQuestions;
+        FileDates& fileDates;
         FFoldersController::DefaultPlaces favouritePlaces{};
     };
 
@@ -101,7 +105,7 @@ public:
     /// Builds the sidebar's rows anew; the selection is kept by path.
     void fillVolumesTable();
     /// The first entry of exactly this path becomes the selected one; null, and no change, if there is none.
-    std::shared_ptr<TopLevelItem> selectVolumeByName(const std::optional<std::string>& path);
+    std::shared_ptr<TopLevelItem> selectVolumeByName(const std::optional<std::string>& path) override;
     void didSelectionChange(const std::shared_ptr<TopLevelItem>& item) override;
     /// Takes over what the platform knows of the volumes; rebuilds the sidebar if anything has changed.
     void simpleUpdateVolumesInfo() override;
@@ -113,9 +117,10 @@ public:
 
     /// Makes a folder of a tree a favourite and selects it; one that is in the sidebar already is selected, a
     /// recent one moves and keeps its tree.
-    void addFolderToFavorite(const FileSystemItem& item);
-    bool isFolderFavorite(const FileSystemItem& item) const;
-    /// Takes the selected folder off its list; a scan of it is stopped. Nothing for a volume.
+    void addFolderToFavorite(const FileSystemItem& item) override;
+    bool isFolderFavorite(const FileSystemItem& item) const override;
+    /// Takes the folder that is selected off its list, the recents before the favourites; a scan of it is
+    /// stopped. Nothing for a path that neither has.
     void actionRemoveFolder() override;
     /// Moves the selected recent folder to the favourites, with its tree.
     void actionAddToFavorites();
@@ -126,12 +131,14 @@ public:
     /// Takes settings and folder lists from where they are stored and selects the entry of last time.
     void InitPrefParameters();
     void SavePrefParameters();
+    /// Opens the sheet of preferences, of which each box counts at once.
     void showPreferences();
+    /// Closes the sheet if it is open, and saves.
     void closePreferences();
-    bool getPlaySound() const { return m_settings.m_bPlaySound; }
+    bool getPlaySound() const override { return m_settings.m_bPlaySound; }
     bool getPlayFinishSound() const { return m_settings.m_bPlayFinishSound; }
-    bool getShowHint() const { return m_settings.m_bShowHint; }
-    bool getForceShowHint() const { return m_settings.m_bForceShowHint; }
+    bool getShowHint() const override { return m_settings.m_bShowHint; }
+    bool getForceShowHint() const override { return m_settings.m_bForceShowHint; }
     /// Scans ended so far, stopped ones too.
     std::uint32_t getScanned() const { return m_settings.m_nScanned; }
 
@@ -151,6 +158,9 @@ public:
 
     QString getDisplayText(std::string_view bytes) const override;
     void setPathControlTextForItem(VolumeFolderProtocol* item) override;
+    void playSound(std::string_view name) override;
+    void showItems(const std::vector<std::string>& paths) override;
+    void showItemProperties(const std::vector<std::string>& paths) override;
     void treeIsDropped(FolderSystemItem& oldRoot) override;
     /// The path with every ":" turned into "/", bytes.
     static std::string getLocalizedPath(std::string path);
@@ -196,6 +206,7 @@ private:
 
     // Owned.
     const std::unique_ptr<CModel> dirwalker;
+    const std::unique_ptr<PanelController> mPanelController;
     FFoldersController mFFoldersController;
     RecentsController mRecentsController;
     const std::unique_ptr<VolumesTableController> mVolsController;

@@ -49,10 +49,11 @@ bool CSTreeController::isThere(const std::string& path) const {
 
 void CSTreeController::askAboutVanishedFolder(const std::string& path) {
     Alerts::Question question;
-    question.message = "Can't scan folder.";
-    question.informativeText =
-        "Folder \"" + displayText(path).toStdString() + "\" does not exist. Remove it from the Favorites?";
-    question.buttons = {"Yes", "No"};
+    question.message = tr("Can't scan folder.").toStdString();
+    question.informativeText = tr("Folder \"%1\" does not exist. Remove it from the Favorites?")
+                                   .arg(displayText(path))
+                                   .toStdString();
+    question.buttons = {tr("Yes").toStdString(), tr("No").toStdString()};
     // The answer is about the folder that the question names, whatever is selected by then.
     const QPointer<CSTreeController> self(this);
     m_services.alerts.ask(question, [self, path](int button) {

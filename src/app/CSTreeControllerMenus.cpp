@@ -3,6 +3,7 @@
 #include "app/CSTreeController.h"
 
 #include "app/MainWindow.h"
+#include "chart/RadialController.h"
 
 #include <QAction>
 
@@ -16,6 +17,7 @@ void CSTreeController::connectMenus() {
     act(menus.showPreferences, &CSTreeController::showPreferences);
     act(menus.revealVolumeInFinder, &CSTreeController::revealVolumeInFinder);
     act(menus.getVolumeInformation, &CSTreeController::getVolumeInformation);
+    connect(menus.copy, &QAction::triggered, this, [this] { mRadialController.copy(); });
     act(menus.actionAddToFavorites, &CSTreeController::actionAddToFavorites);
     act(menus.actionRemoveFolder, &CSTreeController::actionRemoveFolder);
     act(menus.setTableShowTypeAll, &CSTreeController::setTableShowTypeAll);

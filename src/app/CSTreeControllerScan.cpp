@@ -10,8 +10,6 @@
 #include "chart/RadialController.h"
 #include "scan/SizeText.h"
 
-#include <QLocale>
-
 #include <any>
 #include <utility>
 
@@ -62,6 +60,7 @@ void CSTreeController::startAction() {
 }
 
 void CSTreeController::initstart() {
+    mainWindow.setProgressShown(true);
     nposition = 0;
     dirwalker->ClearResultsTree();
     // What is left of the finish run of a scan that was overtaken would end this one.
@@ -69,11 +68,12 @@ void CSTreeController::initstart() {
     const auto selected = mVolsController->getObjectForSelectedRow();
     dockProgress =
         ScanProgress{.value = ScanProgress::kMinimum, .indeterminate = !selected || !selected->isVol()};
-    mdProgress = 0;
+    mdProgress = 0; // what the last scan counted says nothing of this one
     if (selected)
         mainWindow.progress().setText(tr("Scanning “%1”").arg(displayText(selected->getDisplayName())));
     mainWindow.progress().setCounter(QString());
     showProgress();
+    mainWindow.progress().bar().setDisplayTimeRemaining(true);
     mainWindow.progress().bar().setDrawDockProgress(true);
     mainWindow.progress().bar().startAnimation();
     scheduleUpdateProgressDelay();
@@ -108,9 +108,10 @@ void CSTreeController::updateProgress(const NotificationCentre::Object& counted)
 }
 
 void CSTreeController::updateProgressDelay() {
-    dockProgress.count(mdProgress, nvoloc);
-    showProgress();
-    showStatus();
+    if (dockProgress.count(mdProgress, nvoloc)) {
+        showProgress();
+        showStatus();
+    }
     if (m_nChartUpdate)
         return;
     // In a turn of its own, so that a merge and the chart's layout do not add up in one.
@@ -123,10 +124,13 @@ void CSTreeController::updateProgressDelay() {
 void CSTreeController::walkfinished() {
     cancelUpdateProgressDelay();
     // A bar without an end is never there, though the numbers of another volume may say so.
-    if (!dockProgress.indeterminate && dockProgress.value == ScanProgress::kMaximum)
+    if (!dockProgress.indeterminate && dockProgress.value == ScanProgress::kMaximum) {
         walkEnd(true);
-    else
-        initfinalizeTimer();
+        return;
+    }
+    // From the speed of the finish run nothing can be told.
+    mainWindow.progress().bar().setDisplayTimeRemaining(false);
+    initfinalizeTimer();
 }
 
 void CSTreeController::walkcanceled() {
@@ -143,8 +147,6 @@ void CSTreeController::initfinalizeTimer() {
 }
 
 void CSTreeController::ProgressFinalizeTimer() {
-    // The end of the way is known, so the bar shows it also where it could not during the scan.
-    dockProgress.indeterminate = false;
     int next = dockProgress.nextFinishValue();
     if (next > ScanProgress::kMaximum) {
         walkEnd(true);
@@ -164,6 +166,7 @@ void CSTreeController::walkEnd(bool completed) {
     dockProgress.value = ScanProgress::kMinimum;
     showProgress();
     mainWindow.progress().bar().stopAnimation();
+    mainWindow.setProgressShown(false);
     mVolsController->reloadData();
     setCanStart(true);
     // Held here: what hears of the end may start another scan.
@@ -212,12 +215,7 @@ void CSTreeController::showProgress() {
 }
 
 void CSTreeController::showStatus() {
-    // Without an end in sight, what has been found says more than how often it was reported.
-    const QString bytes =
-        mdProgress > 0
-            ? QString::fromStdString(stringFromFileSizeShort1(static_cast<std::int64_t>(mdProgress)))
-            : QString();
-    mainWindow.progress().setCounter(dockProgress.indeterminate ? bytes : QLocale().toString(nposition));
+    mainWindow.progress().setCounter(QString::fromStdString(dividedStringFromNumber(nposition)));
 }
 
 } // namespace veltrano

@@ -43,6 +43,10 @@ void CSTreeController::showPreferences() {
 }
 
 void CSTreeController::closePreferences() {
+    if (m_pPreferences && m_pPreferences->isVisible()) {
+        m_pPreferences->close(); // tells that it is closed, which comes back here
+        return;
+    }
     m_pPreferences = nullptr; // on its way out by itself
     SavePrefParameters();
 }

@@ -83,6 +83,8 @@ void CSTreeController::didUnmountVolume(const std::string& path) {
     if (getProcessingVol() == path)
         stopAction();
     mRadialController.volumeWasRemoved(path);
+    if (!mRadialController.getRootObject())
+        m_pShownEntry.reset(); // with its tree
     dirwalker->removeVolFromList(path);
     mVolsController->volumesCountChanged(false, path, nullptr);
     mVolsController->selectVolumeByNameOrAny(selected);

@@ -11,7 +11,7 @@ namespace {
 constexpr std::string_view kFoldersKey = "FFolders";
 constexpr std::string_view kSubKey = "FFolder";
 
-/// A path as the rest of the program writes it, so that it is known again: some sessions give the home folder
+/// A path as the rest of the program writes it, so that it is known again: some desktops give the home folder
 /// a separator at its end.
 std::string withoutTrailingSeparator(std::string path) {
     while (path.size() > 1 && path.ends_with('/'))

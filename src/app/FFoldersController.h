@@ -7,7 +7,7 @@
 
 namespace veltrano {
 
-/// The favourite folders. Owned by the program; main thread.
+/// The favourite folders. Owned by the main controller; main thread.
 class FFoldersController final : public FolderItemsController {
 public:
     /// Where the favourites of a first start come from; absolute paths, bytes.

@@ -15,7 +15,7 @@ namespace veltrano {
 
 /// A list of folders in the sidebar, saved as a plain array of paths. What the favourites and the recents
 /// have in common. Entries are shared with whoever shows them and carry their scanned trees for as long as
-/// they live. Owned by the program; settings and questions outlive it. Main thread.
+/// they live. Owned by the main controller; settings and questions outlive it. Main thread.
 ///
 /// A path is asked whether it is a folder before it gets an entry, and never waited for: one that keeps
 /// silent (a server that is away) gets its entry all the same, since nothing the user saved may be lost, and

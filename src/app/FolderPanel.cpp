@@ -92,6 +92,10 @@ void FolderPanel::createControls() {
         m_lookingNotice.stop();
         showMessage({});
     });
+    connect(m_pField, &PathField::leftByTab, this, [this] {
+        if (m_bEdited)
+            lookForTyped(&FolderPanel::enter);
+    });
 
     m_pFolders = new FolderListModel(this);
     m_pList = new FolderListView(tokens::kCard, this);
@@ -327,28 +331,28 @@ std::string FolderPanel::selectedName() const {
 
 void FolderPanel::choose() {
     if (m_bEdited)
-        chooseTyped();
+        lookForTyped(&FolderPanel::finish);
     else
         finish(pathOfChild(m_history[m_nShown], selectedName()));
 }
 
-void FolderPanel::chooseTyped() {
+void FolderPanel::lookForTyped(Take take) {
     const std::string path =
         pathFromTyped(m_pField->text().toUtf8().toStdString(), m_history[m_nShown], m_homeFolder);
     m_lookingNotice.start();
     const bool isAsked =
-        m_looking.ask([this, catalogue = m_pCatalogue, path](BlockingQuestion::Channel& channel) {
+        m_looking.ask([this, catalogue = m_pCatalogue, path, take](BlockingQuestion::Channel& channel) {
             const bool isFolder = isFolderAtPath(*catalogue, path);
-            channel.answer([this, path, isFolder] { takeTyped(path, isFolder); });
+            channel.answer([this, path, isFolder, take] { takeTyped(path, isFolder, take); });
         });
     if (!isAsked)
-        takeTyped(path, false);
+        takeTyped(path, false, take);
 }
 
-void FolderPanel::takeTyped(const std::string& path, bool isFolder) {
+void FolderPanel::takeTyped(const std::string& path, bool isFolder, Take take) {
     m_lookingNotice.stop();
     if (isFolder)
-        finish(path);
+        (this->*take)(path);
     else
         showMessage(tr("There is no folder at this path."));
 }

@@ -70,8 +70,10 @@ private:
     std::string selectedName() const;
 
     void choose();
-    void chooseTyped();
-    void takeTyped(const std::string& path, bool isFolder);
+    /// What becomes of a typed path that is a folder's: it is entered, or chosen.
+    using Take = void (FolderPanel::*)(const std::string& path);
+    void lookForTyped(Take take);
+    void takeTyped(const std::string& path, bool isFolder, Take take);
     void finish(const std::string& path);
 
     // Injected, constant.

@@ -54,6 +54,12 @@ void PathField::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
 }
 
+void PathField::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)
+        emit leftByTab();
+}
+
 void PathField::paintEvent(QPaintEvent* event) {
     {
         QPainter painter(this);

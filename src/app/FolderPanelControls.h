@@ -23,9 +23,14 @@ public:
 
     explicit PathField(QWidget* parent = nullptr);
 
+signals:
+    /// The keyboard went on to another control, forwards or backwards.
+    void leftByTab();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     bool m_bFocusByKeyboard = false;

@@ -1,10 +1,13 @@
 #include "app/MainWindow.h"
 
 #include "app/FolderPanel.h"
+#include "app/PathControl.h"
 #include "app/ProgressBlock.h"
 #include "app/WindowPanels.h"
+#include "appearance/CCTableView.h"
 #include "appearance/Fonts.h"
 #include "appearance/Images.h"
+#include "appearance/PathElementCell.h"
 #include "appearance/PushButton.h"
 #include "appearance/Tokens.h"
 #include "chart/ChartArea.h"
@@ -32,6 +35,9 @@ constexpr int kSidebarWidth = 270; // with its hairline
 constexpr int kCentreLeft = 284;   // where the header's centre and its progress begin
 constexpr int kLegendLeft = 290;
 constexpr int kCentreMargin = 14;              // from the header's centre to the right column
+constexpr int kPathTop = 12;                   // in the header
+constexpr int kPathMargin = 12;                // from the path's right end to the right column
+constexpr int kHalvesGap = 16;                 // between path and progress
 constexpr QRect kScanPlate(12, 10, 146, 32);   // in the header
 constexpr QRect kFolderPlate(166, 10, 92, 32); // in the header
 constexpr int kResizeRest = 150;               // milliseconds without a new size that end a live resize
@@ -49,6 +55,7 @@ MainWindow::MainWindow(MainLoop& mainLoop, std::shared_ptr<FileCatalogue> catalo
     connect(&m_resizeEnd, &QTimer::timeout, this, &MainWindow::liveResizeEnded);
     resize(startSize(screen()->availableSize()));
     setScanning(false);
+    setProgressShown(false);
 }
 
 QSize MainWindow::startSize(const QSize& available) {
@@ -78,9 +85,12 @@ void MainWindow::createRegions(MainLoop& mainLoop) {
     m_pFolderButton->setGlyph(QStringLiteral("extra/scan-folder"));
     m_pFolderButton->setPlateGeometry(kFolderPlate);
     connect(m_pFolderButton, &PushButton::clicked, this, &MainWindow::folderPanelRequested);
+    mPathControl = new PathControl(m_homeFolder, m_pHeader);
+    connect(mPathControl, &PathControl::pathComponentClicked, this, &MainWindow::pathComponentClicked);
     m_pProgress = new ProgressBlock(mainLoop, m_pHeader);
 
     m_pSidebar = new SidebarPanel(body);
+    m_pSidebar->table().setFocus(); // so that the arrow keys choose an entry from the start on
     m_pChartArea = new ChartArea(mainLoop, body);
     m_pStartHint = new QLabel(tr("Select a folder to see what fills it"), m_pChartArea);
     m_pStartHint->setAlignment(Qt::AlignCenter);
@@ -105,9 +115,26 @@ void MainWindow::layOutRegions() {
     m_pRightColumn->setGeometry(width - RightColumn::kWidth, kHeaderHeight, RightColumn::kWidth, middle);
     m_pFooter->setGeometry(0, body.height() - kFooterHeight, width, kFooterHeight + 1);
     const int centreRight = width - RightColumn::kWidth - kCentreMargin;
-    m_pProgress->setGeometry(kCentreLeft, kScanPlate.top(), centreRight - kCentreLeft,
-                             ProgressBlock::kHeight);
     m_pFooter->setLegendRange(kLegendLeft, centreRight);
+    layOutHeader();
+}
+
+void MainWindow::layOutHeader() {
+    // Path and progress share the header's centre: each alone takes all of it, both take half.
+    const int rightColumn = m_pHeader->width() - RightColumn::kWidth;
+    const int centreRight = rightColumn - kCentreMargin;
+    const int half = (centreRight - kCentreLeft - kHalvesGap) / 2;
+    const bool both = mPathControl->isVisibleTo(m_pHeader) && m_pProgress->isVisibleTo(m_pHeader);
+    const int pathRight = both ? kCentreLeft + half : rightColumn - kPathMargin;
+    mPathControl->setRoom(QRect(kCentreLeft, kPathTop, pathRight - kCentreLeft, PathElementCell::kHeight));
+    const int progressLeft = both ? centreRight - half : kCentreLeft;
+    m_pProgress->setGeometry(progressLeft, kScanPlate.top(), centreRight - progressLeft,
+                             ProgressBlock::kHeight);
+}
+
+void MainWindow::setPathControlTextForItem(const VolumeFolderProtocol* item, const QString& rootTitle) {
+    mPathControl->setPathControlTextForItem(item, rootTitle);
+    layOutHeader();
 }
 
 void MainWindow::setCanScan(bool canScan) {
@@ -122,7 +149,11 @@ void MainWindow::setScanning(bool scanning) {
     m_pScanButton->setGlyph(scanning ? QStringLiteral("extra/stop") : QStringLiteral("extra/scan"));
     m_pScanButton->setEnabled(scanning || m_bCanScan);
     m_pFolderButton->setEnabled(!scanning);
-    m_pProgress->setVisible(scanning);
+}
+
+void MainWindow::setProgressShown(bool shown) {
+    m_pProgress->setVisible(shown);
+    layOutHeader();
 }
 
 void MainWindow::setStartHintShown(bool shown) {

@@ -21,10 +21,12 @@ class FileCatalogue;
 class FooterBand;
 class HeaderBand;
 class MainLoop;
+class PathControl;
 class ProgressBlock;
 class PushButton;
 class RightColumn;
 class SidebarPanel;
+class VolumeFolderProtocol;
 
 /// The main window: its regions and controls, and what the user did with them as signals. Holds no rules; the
 /// main controller decides. Made and destroyed by the program's main function; main thread.
@@ -54,11 +56,19 @@ public:
     /// Whether the button "Scan Selected" can do anything.
     void setCanScan(bool canScan);
 
-    /// Turns the scan button into the stop button and back, and shows or hides the progress.
+    /// Turns the scan button into the stop button and back.
     void setScanning(bool scanning);
+
+    /// Shows or hides the progress in the header.
+    void setProgressShown(bool shown);
 
     /// Shows or hides the words that stand where the chart will be.
     void setStartHintShown(bool shown);
+
+    /// Shows where the chart's root lies, in the header; null and a volume hide that. `rootTitle` is the name
+    /// of the volume at "/"; empty for none.
+    void setPathControlTextForItem(const VolumeFolderProtocol* item, const QString& rootTitle);
+    PathControl& pathControl() { return *mPathControl; }
 
     /// Opens the panel that chooses a folder, at the last one chosen or else the home folder; folderChosen
     /// follows if the user accepts.
@@ -71,6 +81,8 @@ signals:
     void folderPanelRequested();
     /// The path as bytes.
     void folderChosen(const QByteArray& path);
+    /// A component of the path was clicked; its path as bytes.
+    void pathComponentClicked(const QByteArray& path);
     void liveResizeStarted();
     void liveResizeEnded();
 
@@ -94,6 +106,7 @@ private:
     // MainWindow.cpp.
     void createRegions(MainLoop& mainLoop);
     void layOutRegions();
+    void layOutHeader();
     void toggleFullScreen();
     void beginLiveResize();
 
@@ -106,6 +119,7 @@ private:
     PushButton* m_pScanButton = nullptr;
     PushButton* m_pFolderButton = nullptr;
     ProgressBlock* m_pProgress = nullptr;
+    PathControl* mPathControl = nullptr;
     SidebarPanel* m_pSidebar = nullptr;
     ChartArea* m_pChartArea = nullptr;
     QLabel* m_pStartHint = nullptr;

@@ -67,6 +67,9 @@ void MainWindow::createProgramMenus() {
     m_actions.getVolumeInformation->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_I));
 
     QMenu* const edit = addMenu(tr("&Edit"));
+    m_actions.copy = edit->addAction(tr("&Copy Path"));
+    m_actions.copy->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_C));
+    edit->addSeparator();
     m_actions.actionAddToFavorites = edit->addAction(tr("&Add to Favorites"));
     m_actions.actionAddToFavorites->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_T));
     m_actions.actionRemoveFolder = edit->addAction(tr("Remove from Favorites"));
@@ -117,14 +120,17 @@ void MainWindow::createWindowMenu() {
 void MainWindow::showEntryMenu(const QPoint& globalPosition) {
     auto* const menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    connect(menu, &QMenu::aboutToShow, this, &MainWindow::menusAboutToShow);
+    emit menusAboutToShow();
     menu->addAction(m_actions.toggleStartStopScan);
     menu->addSeparator();
     menu->addAction(m_actions.revealVolumeInFinder);
     menu->addAction(m_actions.getVolumeInformation);
-    menu->addSeparator();
-    menu->addAction(m_actions.actionAddToFavorites);
-    menu->addAction(m_actions.actionRemoveFolder);
+    // A disk is on no list that it could be removed from.
+    if (m_actions.actionRemoveFolder->isEnabled()) {
+        menu->addSeparator();
+        menu->addAction(m_actions.actionAddToFavorites);
+        menu->addAction(m_actions.actionRemoveFolder);
+    }
     menu->popup(globalPosition);
 }
 

@@ -14,6 +14,7 @@ struct MenuActions {
     QAction* revealVolumeInFinder = nullptr;
     QAction* getVolumeInformation = nullptr;
     // Edit
+    QAction* copy = nullptr;
     QAction* actionAddToFavorites = nullptr;
     QAction* actionRemoveFolder = nullptr;
     // View, one of the three checked

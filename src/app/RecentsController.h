@@ -6,7 +6,7 @@
 
 namespace veltrano {
 
-/// The folders that were scanned recently, the latest first. Owned by the program; main thread.
+/// The folders that were scanned recently, the latest first. Owned by the main controller; main thread.
 class RecentsController final : public FolderItemsController {
 public:
     static constexpr std::int32_t kUsualLimit = 10;

@@ -16,12 +16,14 @@ struct ScanProgress {
     int value = kMinimum;
     bool indeterminate = false;
 
-    /// Bytes counted against the bytes occupied, truncated to whole thousandths; nothing is known without
-    /// occupied bytes, and then the value stays.
-    void count(double counted, std::int64_t occupied) {
-        if (occupied > 0)
-            value = std::clamp(static_cast<int>(counted / static_cast<double>(occupied) * kMaximum), kMinimum,
-                               kMaximum);
+    /// Bytes counted against the bytes occupied, truncated to whole thousandths. Without occupied bytes
+    /// nothing is known: the value stays, and the answer is false.
+    bool count(double counted, std::int64_t occupied) {
+        if (occupied <= 0)
+            return false;
+        const double share = counted / static_cast<double>(occupied);
+        value = static_cast<int>(std::clamp<double>(share * kMaximum, kMinimum, kMaximum));
+        return true;
     }
 
     /// The next step of the finish run; above kMaximum the run is over.

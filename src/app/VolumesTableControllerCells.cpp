@@ -256,11 +256,14 @@ std::optional<QString> VolumesTableController::secondaryTextForCell(const TableC
     const VolumeItem* const volume = volumeOf(data);
     if (!volume)
         return std::nullopt;
-    if (!volume->isNetworkVol())
-        return tr("%1 Free of %2").arg(sizeText(volume->getfsize()), sizeText(volume->getsize()));
-    if (volume->isScanned() && volume->isScanCompleted())
+    if (volume->isNetworkVol() && volume->isScanned() && volume->isScanCompleted())
         return tr("Size: %1").arg(sizeText(volume->getScannedRoot()->gettotalsize()));
-    return tr("Capacity: %1").arg(sizeText(volume->getsize()));
+    // One that keeps silent, as that of a server that is away, has told no sizes to show.
+    if (volume->getsize() < 1)
+        return std::nullopt;
+    if (volume->isNetworkVol())
+        return tr("Capacity: %1").arg(sizeText(volume->getsize()));
+    return tr("%1 Free of %2").arg(sizeText(volume->getfsize()), sizeText(volume->getsize()));
 }
 
 std::optional<QString> VolumesTableController::mainTextForCell(const TableCell& cell,

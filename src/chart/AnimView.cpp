@@ -138,7 +138,7 @@ void AnimView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     if (isPulseShown() && m_circle.bRunning)
         drawCircle(painter);
-    if (isSelectionShown()) {
+    if (isSelectionShown() && !mController.isDrillAnimating()) {
         painter.setTransform(radialView.getChartTransform(), true);
         mController.DrawFocusItem(painter);
         mController.DrawSelectedItem(painter);

@@ -29,14 +29,14 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    bool isMotionReduced() const;
     void showFrame();
     void drawDial(QPainter& painter);
-    void drawPlate(QPainter& painter) const;
+    void drawPlate(QPainter& painter);
 
     MainLoop& m_mainLoop;
     QPixmap m_dial;         // the dial at the size of the view, rounded up to whole pixels
     double m_dDialSide = 0; // the size that it was drawn for, points
+    QPixmap m_plate;        // the plate at the size of the view
     double m_dAlpha = kPlateShown;
     double m_dFrom = kPlateShown;   // where the running fade began
     double m_dTarget = kPlateShown; // where it ends

@@ -18,7 +18,10 @@ void RadialController::viewFrameChanged() {
     if (!radialView)
         return;
     initRadialParameters(radialView->getChartBounds());
+    if (m_drill.m_nDrillAnimating == kDrillIn)
+        initDrillSubLevels();
     updateRadialView();
+    followHintOfKeys();
 }
 
 void RadialController::initRadialParameters(const QRectF& bounds) {

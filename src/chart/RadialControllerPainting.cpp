@@ -2,16 +2,17 @@
 
 #include "appearance/Colours.h"
 #include "chart/AnimView.h"
-#include "chart/ChartHost.h"
+#include "chart/PaintStrips.h"
 #include "chart/RadialView.h"
 #include "chart/geometry/SectorWalk.h"
-#include "scan/SizeText.h"
 #include "tree/TopLevelItem.h"
 
 #include <QPainter>
 #include <QRadialGradient>
 
 #include <array>
+#include <cstddef>
+#include <deque>
 
 namespace veltrano {
 
@@ -25,18 +26,21 @@ constexpr float kFirstGrey = 0.1f;
 /// What the central disc keeps of its alpha while its root is scanned.
 constexpr double kScanDiscDimming = 0.5;
 
-constexpr int kLabelPixelSize = 14; // points
+/// From so many sectors on, a second thread is worth its start.
+constexpr std::size_t kManySectors = 200;
 
-QColor labelColour(bool scanning, float alpha) {
-    // Light while scanning, so that it stands out on the dark middle of the dial.
-    return scanning ? QColor::fromRgbF(0.75f, 0.8f, 0.85f, alpha) : QColor::fromRgbF(0.2f, 0.2f, 0.2f, alpha);
-}
+/// What a line reaches beyond its path, pixels.
+constexpr double kStripMargin = 2;
 
 } // namespace
 
 void RadialController::DrawRadialSructure(QPainter& painter, const QRectF& dirtyRect) {
     if (!m_pRoot)
         return;
+    if (isDrillAnimating()) {
+        drawDrillAnimation(painter, dirtyRect);
+        return;
+    }
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     const QColor firstColour = QColor::fromRgbF(kFirstGrey, kFirstGrey, kFirstGrey, m_fDrawAlpha);
@@ -46,6 +50,16 @@ void RadialController::DrawRadialSructure(QPainter& painter, const QRectF& dirty
     const bool scanning = isSelectedScanningRoot();
     if (radialView)
         DrawBackground(painter, radialView->getChartBounds());
+    DrawStructure(painter, dirtyRect, scanning);
+    DrawForeground(painter);
+    DrawCircleFrame(painter);
+    painter.restore();
+    if (m_bPointedMoved && animView)
+        animView->updateSelection();
+}
+
+/// Everything of the chart itself. Under the tree's lock.
+void RadialController::DrawStructure(QPainter& painter, const QRectF& dirtyRect, bool scanning) {
     m_bPointedMoved = false;
     m_gathered.clear();
     if (m_pRoot->isNotScannedVolume()) {
@@ -56,12 +70,7 @@ void RadialController::DrawRadialSructure(QPainter& painter, const QRectF& dirty
     }
     DrawGathered(painter, dirtyRect, scanning);
     DrawRoot(painter, scanning);
-    DrawRootLabel(painter, scanning);
-    DrawForeground(painter);
-    DrawCircleFrame(painter);
-    painter.restore();
-    if (m_bPointedMoved && animView)
-        animView->updateSelection();
+    DrawRootLabel(painter);
 }
 
 void RadialController::DrawChildrenOf(VolumeFolderProtocol& root, const InheritedFlags& inherited) {
@@ -102,22 +111,70 @@ void RadialController::DrawNotScannedSectors() {
     DrawItemWithSubLevel(1, 0.0, occupied, kSectorOccupied, 0);
 }
 
-void RadialController::DrawGathered(QPainter& painter, const QRectF& dirtyRect, bool scanning) {
+void RadialController::DrawGathered(QPainter& painter, const QRectF& dirtyRect, bool scanning,
+                                    SectorEdges edges) {
     const double radius = static_cast<double>(m_layout.m_fullRadius);
     const QRectF circle(m_layout.m_Center.x() - radius, m_layout.m_Center.y() - radius, 2 * radius,
                         2 * radius);
     const bool paintsAll = dirtyRect.contains(circle);
+    const auto draw = [&](QPainter& onto, const GatheredSector& sector) {
+        DrawSector(onto, sector.outline, sector.colorFlag, sector.timeCode, m_fDrawAlpha, scanning, edges);
+    };
+    if (paintsAll && m_gathered.size() >= kManySectors && DrawGatheredInStrips(painter, draw))
+        return;
     for (const GatheredSector& sector : m_gathered) {
         if (paintsAll || dirtyRect.intersects(sector.outline.path.controlPointRect()))
-            DrawSector(painter, sector.outline, sector.colorFlag, sector.timeCode, m_fDrawAlpha, scanning);
+            draw(painter, sector);
     }
 }
 
+/// Paints the upper and the lower half of the circle at the same time; false where that is not possible.
+bool RadialController::DrawGatheredInStrips(
+    QPainter& painter, const std::function<void(QPainter&, const GatheredSector&)>& draw) const {
+    const QTransform toPixel = painter.deviceTransform();
+    const int row = qRound(toPixel.map(m_layout.m_Center).y());
+    std::array<std::vector<const GatheredSector*>, 2> sectorsOf;
+    // A path keeps what it was converted to, so that no two threads may draw the same one.
+    std::deque<GatheredSector> copies;
+    for (const GatheredSector& sector : m_gathered) {
+        const QRectF bounds = toPixel.mapRect(sector.outline.path.controlPointRect())
+                                  .adjusted(-kStripMargin, -kStripMargin, kStripMargin, kStripMargin);
+        const bool isAbove = bounds.top() < row;
+        const bool isBelow = bounds.bottom() > row;
+        if (isAbove)
+            sectorsOf[0].push_back(&sector);
+        if (isBelow && !isAbove)
+            sectorsOf[1].push_back(&sector);
+        if (isBelow && isAbove) {
+            GatheredSector& copy = copies.emplace_back();
+            copy.outline.path.addPath(sector.outline.path);
+            copy.outline.dLineWidth = sector.outline.dLineWidth;
+            copy.colorFlag = sector.colorFlag;
+            copy.timeCode = sector.timeCode;
+            sectorsOf[1].push_back(&copy);
+        }
+    }
+    return paintInStrips(painter, row, [&](QPainter& onto, int strip) {
+        for (const GatheredSector* sector : sectorsOf[static_cast<std::size_t>(strip)])
+            draw(onto, *sector);
+    });
+}
+
 void RadialController::DrawSector(QPainter& painter, const SectorPath& path, std::int16_t withColorFlag,
-                                  std::uint8_t withTimeCode, float withAlpha, bool scanning) const {
-    painter.setPen(
-        QPen(getSectorLine(withAlpha, scanning), path.dLineWidth, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
-    painter.setBrush(getSectorFill(withColorFlag, withTimeCode, withAlpha, scanning));
+                                  std::uint8_t withTimeCode, float withAlpha, bool scanning,
+                                  SectorEdges edges) const {
+    const QPen pen(getSectorLine(withAlpha, scanning), path.dLineWidth, Qt::SolidLine, Qt::FlatCap,
+                   Qt::RoundJoin);
+    const QColor fill = getSectorFill(withColorFlag, withTimeCode, withAlpha, scanning);
+    if (edges == SectorEdges::Rough) {
+        painter.setRenderHint(QPainter::Antialiasing, false);
+        painter.fillPath(path.path, fill);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.strokePath(path.path, pen);
+        return;
+    }
+    painter.setPen(pen);
+    painter.setBrush(fill);
     painter.drawPath(path.path);
 }
 
@@ -142,30 +199,6 @@ void RadialController::DrawRoot(QPainter& painter, bool scanning) const {
                         Qt::RoundJoin));
     painter.drawPath(disc.path);
     DrawRootShadow(painter, disc.path);
-}
-
-void RadialController::DrawRootLabel(QPainter& painter, bool scanning) const {
-    if (!m_pHost)
-        return;
-    QFont font = painter.font();
-    font.setPixelSize(kLabelPixelSize);
-    // The square inside the disc.
-    const double side = m_layout.getRadius(0) * std::numbers::sqrt2;
-    QString text = QFontMetricsF(font).elidedText(m_pHost->getDisplayText(m_pRoot->getDisplayName()),
-                                                  Qt::ElideMiddle, side);
-    // A tree knows its size, also when it is 0; an entry of a folder that was not scanned has none.
-    if (m_pRoot->getWholeItemSize() > 0 || m_pRoot->isScanned())
-        text +=
-            QLatin1Char('\n') + QString::fromStdString(stringFromFileSizeShort1(m_pRoot->getWholeItemSize()));
-
-    // Letters stand upright although y points up.
-    painter.save();
-    painter.translate(m_layout.m_Center);
-    painter.scale(1, -1);
-    painter.setFont(font);
-    painter.setPen(labelColour(scanning, m_fDrawAlpha));
-    painter.drawText(QRectF(-side / 2, -side / 2, side, side), Qt::AlignCenter | Qt::TextDontClip, text);
-    painter.restore();
 }
 
 } // namespace veltrano

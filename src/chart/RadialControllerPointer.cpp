@@ -1,8 +1,8 @@
 #include "chart/RadialController.h"
 
-#include "chart/AnimView.h"
+#include "chart/ChartHost.h"
 #include "chart/RadialView.h"
-#include "chart/geometry/SectorWalk.h"
+#include "tree/TopLevelItem.h"
 
 namespace veltrano {
 
@@ -10,6 +10,9 @@ namespace {
 
 /// What an outline may reach beyond its sector, on each side, points.
 constexpr double kOutlineMargin = 0.25;
+
+constexpr char kClickableSound[] = "Pop";
+constexpr char kOtherSound[] = "Tink";
 
 } // namespace
 
@@ -24,8 +27,10 @@ bool RadialController::OperateMousePoint(const QPointF& point, QRectF* withDrawR
     double start = 0.0;
     TreeObject* const item = getItemByPoint(point, &ring, &start);
     SectorItem& pointed = m_pCurPointedSector;
-    if (item == pointed.m_pItem() && start == pointed.m_dSkAngle())
+    if (item == pointed.m_pItem() && start == pointed.m_dSkAngle()) {
+        ShowToolTipforItem(item);
         return false;
+    }
 
     QRectF area;
     const bool hadBounds = withDrawRect && pointed.m_pItem();
@@ -34,76 +39,69 @@ bool RadialController::OperateMousePoint(const QPointF& point, QRectF* withDrawR
     if (item && withDrawRect)
         area = area.united(getBoundsOfItem(item, ring, start));
 
-    pointed.setM_pItem(item);
-    pointed.setM_nSubLevel(ring);
-    pointed.setM_dSkAngle(start);
+    pointed.set(item, ring, start);
     if (withDrawRect)
         *withDrawRect = area.adjusted(-kOutlineMargin, -kOutlineMargin, kOutlineMargin, kOutlineMargin);
+    ShowToolTipforItem(item);
     return item || hadBounds;
 }
 
+bool RadialController::OperateMouseMoveByPoint(const QPointF& point, QRectF* withDrawRect) {
+    const TreeObject* const before = m_pCurPointedSector.m_pItem();
+    const bool changed = OperateMousePoint(point, withDrawRect);
+    TreeObject* const now = m_pCurPointedSector.m_pItem();
+    if (changed && now && now != before)
+        playSoundOf(now);
+    return changed;
+}
+
+void RadialController::playSoundOf(TreeObject* item) const {
+    if (m_pHost && m_pHost->getPlaySound())
+        m_pHost->playSound(isItemClickable(item) ? kClickableSound : kOtherSound);
+}
+
 void RadialController::operateMouseMoveFromRadialView(const QPointF& point) {
+    if (isRDAnimating())
+        return;
+    m_bPointedByKeys = false;
     QRectF area;
-    if (OperateMousePoint(point, &area) && animView)
-        animView->updateSelection();
+    if (OperateMouseMoveByPoint(point, &area))
+        updateSelection();
 }
 
-void RadialController::pointAtMouse() {
-    if (radialView)
-        operateMouseMoveFromRadialView(radialView->getMouseLocation());
-}
-
-void RadialController::selectItem(FileSystemItem* item) {
-    cleanSelectedItems();
-    if (!item || !item->getParent() || (m_pRoot && item == m_pRoot->getObject()))
+void RadialController::pointAtMouse(PointSounds sounds) {
+    if (!radialView)
         return;
-    fillSectorItem(m_pSelectedSectors.emplace_back(), item);
-    if (animView)
-        animView->updateSelection();
-}
-
-void RadialController::selectItems(std::span<FileSystemItem* const> items) {
-    cleanSelectedItems();
-    for (FileSystemItem* item : items) {
-        if (item && item->getParent() && (!m_pRoot || item != m_pRoot->getObject()))
-            fillSectorItem(m_pSelectedSectors.emplace_back(), item);
-    }
-    if (animView)
-        animView->updateSelection();
-}
-
-void RadialController::setHiliteOnRadial(FileSystemItem* item) {
-    fillSectorItem(m_pCurPointedSector, item);
-    if (animView)
-        animView->updateSelection();
-}
-
-void RadialController::fillSectorItem(SectorItem& sector, FileSystemItem* byFileItem) const {
-    // The sector may be the last to hold the item's tree.
-    const std::shared_ptr<FileSystemItem> held = TreeStorage::hold(byFileItem);
-    sector.cleanSector();
-    if (!byFileItem || !m_pRoot)
+    TreeObject* const item = m_pCurPointedSector.m_pItem();
+    if (m_bPointedByKeys && item) {
+        // Its sector may have moved; what is no tree item stays where it is.
+        if (FileSystemItem* const node = item->asFileSystemItem())
+            fillSectorItem(m_pCurPointedSector, node);
+        updateSelection();
+        followHintOfKeys();
         return;
-    int ring = 0;
-    const FileSystemItem* step = byFileItem;
-    while (step && step != m_pRoot->getObject()) {
-        step = step->getParent();
-        ++ring;
     }
-    if (!step)
-        return;
-    const auto lock = lockTree();
-    sector.setM_pItem(byFileItem);
-    sector.setM_nSubLevel(ring);
-    if (m_layout.m_lTotalSize > 0)
-        sector.setM_dSkAngle(m_layout.getFraction(getPrevSizesOfItem(*byFileItem, m_pRoot)));
+    QRectF area;
+    const QPointF mouse = radialView->getMouseLocation();
+    const bool changed = sounds == PointSounds::Heard ? OperateMouseMoveByPoint(mouse, &area)
+                                                      : OperateMousePoint(mouse, &area);
+    if (changed)
+        updateSelection();
 }
 
-void RadialController::recacSelItemsParameters() {
-    for (SectorItem& sector : m_pSelectedSectors) {
-        if (TreeObject* const item = sector.m_pItem())
-            fillSectorItem(sector, item->asFileSystemItem());
-    }
+void RadialController::mouseExited() {
+    hidePanel();
+    if (m_pHost)
+        m_pHost->setPathControlTextForItem(m_pRoot);
+}
+
+bool RadialController::isItemClickable(TreeObject* item) {
+    if (!item)
+        return false;
+    if (const TopLevelItem* const entry = item->asTopLevelItem())
+        return dynamic_cast<const VolumeItem*>(entry) != nullptr;
+    const FileSystemItem* const node = item->asFileSystemItem();
+    return node && node->isDir() && !node->isPack();
 }
 
 } // namespace veltrano

@@ -3,6 +3,7 @@
 #include "chart/AnimView.h"
 #include "chart/ChartBackdrop.h"
 #include "chart/ChartHost.h"
+#include "chart/RDAnimation.h"
 #include "chart/RadialView.h"
 #include "chart/geometry/SectorWalk.h"
 #include "tree/VolumeSystemItem.h"
@@ -13,6 +14,7 @@ RadialController::RadialController(MainLoop& mainLoop)
     : m_pOccupSector(std::make_unique<Sentinel>()),
       m_pFreeSector(std::make_unique<Sentinel>()),
       m_sentinels{m_pOccupSector.get(), m_pFreeSector.get()},
+      m_mainLoop(mainLoop),
       m_pAnimController(mainLoop) {}
 
 RadialController::~RadialController() = default;
@@ -20,6 +22,11 @@ RadialController::~RadialController() = default;
 void RadialController::setRoot(VolumeFolderProtocol* root, bool setAnyway, bool withRedraw) {
     if (root == m_pRoot && !setAnyway)
         return;
+    dropAnimation();
+    changeRoot(root, withRedraw);
+}
+
+void RadialController::changeRoot(VolumeFolderProtocol* root, bool withRedraw) {
     FileSystemItem* const node = root ? root->getObject()->asFileSystemItem() : nullptr;
     // The old root's tree stays until everything below has let go of it.
     const std::shared_ptr<TreeStorage> oldTree =
@@ -32,6 +39,7 @@ void RadialController::setRoot(VolumeFolderProtocol* root, bool setAnyway, bool 
         setNeedsDisplayRadialViewandSelection();
     if (m_pHost)
         m_pHost->showRightBiggestView();
+    announceRoot();
 }
 
 void RadialController::ReinitRootParams() {
@@ -65,7 +73,7 @@ void RadialController::ReinitRootParams() {
     initColorParameters();
     m_pCurPointedSector.cleanSector();
     cleanSelectedItems();
-    pointAtMouse();
+    pointAtMouse(PointSounds::Heard);
 }
 
 void RadialController::volumeWasRemoved(std::string_view path) {
@@ -90,7 +98,8 @@ void RadialController::UpdateRadialStructureDuringProcessByRoot(FolderSystemItem
     if (m_pHost)
         m_pHost->ReinitSortedList();
     setNeedsDisplayRadialViewandSelection();
-    pointAtMouse();
+    pointAtMouse(PointSounds::Silent);
+    announceGrowth();
 }
 
 void RadialController::initColorParameters() {
@@ -158,11 +167,16 @@ void RadialController::showPanelsForScanning(bool show) {
 
 void RadialController::setNeedsDisplayRadialViewandSelection() {
     updateRadialView();
+    updateSelection();
+}
+
+void RadialController::updateSelection() {
     if (animView)
         animView->updateSelection();
 }
 
 void RadialController::updateRadialView() {
+    m_drillFrames.forget();
     if (radialView)
         radialView->setNeedsDisplay();
 }

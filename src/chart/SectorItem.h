@@ -24,6 +24,11 @@ public:
     double m_dSkAngle() const { return m_dStart; } ///< Fraction of a turn.
     void setM_dSkAngle(double start) { m_dStart = start; }
 
+    void set(TreeObject* item, int ring, double start) {
+        setM_pItem(item);
+        m_nRing = ring;
+        m_dStart = start;
+    }
     void cleanSector() { *this = SectorItem(); }
 
 private:

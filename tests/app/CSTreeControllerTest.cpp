@@ -1,8 +1,12 @@
 // The main controller's rules, with a clock that the test turns and a disk in memory.
 
 #include "app/ControllerFixture.h"
+#include "app/ModifiedDateText.h"
 #include "appearance/PMProgressIndicatorController.h"
+#include "chart/RadialView.h"
 #include "support/IconRecorders.h"
+
+#include <QCursor>
 
 namespace veltrano {
 namespace {
@@ -20,6 +24,36 @@ TEST_F(CSTreeControllerTest, withoutASelectionNothingIsScanned) {
     EXPECT_FALSE(controller->isProcessing());
     EXPECT_FALSE(root());
     EXPECT_THAT(alerts.questions, IsEmpty());
+}
+
+TEST_F(CSTreeControllerTest, theHoverPanelShowsADateThatComesLate) {
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    scanFolderToItsEnd("/disk");
+    const RadialView& view = window->chartArea().getRadialView();
+    QCursor::setPos(view.mapToGlobal(view.rect().center()));
+    chart().ShowToolTipforItem(root());
+    ASSERT_THAT(fileDates.asked, ElementsAre("/disk"));
+    const auto isShown = [&](const QString& text) {
+        for (const auto* label : window->findChildren<QLabel*>())
+            if (label->isVisible() && label->text() == text)
+                return true;
+        return false;
+    };
+    const auto date = FileDates::Date(std::chrono::sys_days(std::chrono::year(2023) / 9 / 12));
+    const QString text = stringModifiedDate(date, DateStyle::Short);
+    EXPECT_FALSE(isShown(text));
+    fileDates.observer("/disk/a", date);
+    EXPECT_FALSE(isShown(text));
+    fileDates.observer("/disk", date);
+    EXPECT_TRUE(isShown(text));
+    QCursor::setPos(0, 0); // off the charts of other tests
+}
+
+TEST_F(CSTreeControllerTest, nobodyIsToldOfDatesWhenTheControllerIsGone) {
+    ASSERT_TRUE(fileDates.observer);
+    controller.reset();
+    EXPECT_FALSE(fileDates.observer);
 }
 
 TEST_F(CSTreeControllerTest, stopWithoutAScanDoesNothing) {
@@ -53,6 +87,17 @@ TEST_F(CSTreeControllerTest, finishRunRisesEveryTenthOfASecond) {
         loop.advance(0.1);
         EXPECT_EQ(bar().value(), value);
     }
+}
+
+// The run takes as long as it takes, so nothing can be told from its speed.
+TEST_F(CSTreeControllerTest, finishRunGuessesNoTimeThatIsLeft) {
+    controller->doScanFolder("/disk");
+    walkToItsEnd();
+    loop.advance(0.1);
+    ASSERT_EQ(bar().value(), 500);
+    loop.advance(0.7);
+    ASSERT_EQ(bar().value(), 1000);
+    EXPECT_EQ(progressText(), QStringLiteral("Scanning “disk”"));
 }
 
 TEST_F(CSTreeControllerTest, folderHasABarWithoutAnEndAndAVolumeOneWith) {
@@ -111,12 +156,29 @@ TEST_F(CSTreeControllerTest, counterOfAVolumeTellsTheReports) {
     notifications.removeObserver(token);
 }
 
-TEST_F(CSTreeControllerTest, counterOfAFolderTellsTheBytes) {
+TEST_F(CSTreeControllerTest, counterPartsThousandsByABlank) {
+    disk->gateReads("/disk", gate);
+    scanVolume(8000);
+    for (int report = 0; report < 1284; ++report)
+        notifications.postNotification(std::string(DIUpdateProgressNotification),
+                                       std::any(std::int64_t{report}));
+    EXPECT_EQ(counter(), QStringLiteral("1 284"));
+}
+
+TEST_F(CSTreeControllerTest, counterKeepsSilentWhereNoOccupiedBytesAreKnown) {
     controller->doScanFolder("/disk");
     walkToItsEnd();
-    EXPECT_EQ(counter(), QStringLiteral("4.00 KB"));
     loop.advance(1);
-    EXPECT_EQ(counter(), QStringLiteral("4.00 KB"));
+    EXPECT_EQ(counter(), QString());
+}
+
+TEST_F(CSTreeControllerTest, barOfAFolderHasNoEndInTheFinishRunEitherAndSaysNoTime) {
+    controller->doScanFolder("/disk");
+    walkToItsEnd();
+    loop.advance(0.76);
+    EXPECT_EQ(bar().value(), 950);
+    EXPECT_TRUE(bar().isIndeterminate());
+    EXPECT_EQ(window->progress().findChild<QLabel*>()->text(), QStringLiteral("Scanning “disk”"));
 }
 
 TEST_F(CSTreeControllerTest, firstLookAtTheProgressComesTwentyMillisecondsAfterTheStart) {
@@ -132,9 +194,13 @@ TEST_F(CSTreeControllerTest, newScanStartsItsCountersAnew) {
     scanVolume(8000);
     walkToItsEnd();
     loop.advance(1);
+    disk->gateReads("/disk", gate);
     controller->startAction();
     EXPECT_EQ(bar().value(), 0);
     EXPECT_EQ(counter(), QString());
+    loop.advance(0.03);
+    EXPECT_EQ(bar().value(), 0);
+    EXPECT_EQ(counter(), QStringLiteral("0"));
 }
 
 TEST_F(CSTreeControllerTest, folderScannedAfterAVolumeKeepsTheVolumesNumbers) {
@@ -187,6 +253,17 @@ TEST_F(CSTreeControllerTest, stopDuringTheFinishRunLetsItEnd) {
     EXPECT_TRUE(scanButton->isEnabled());
     EXPECT_EQ(scanButton->text(), QStringLiteral("Scan Selected"));
     EXPECT_THAT(sounds.played, ElementsAre("Submarine"));
+}
+
+TEST_F(CSTreeControllerTest, progressIsShownFromTheStartUntilTheWalkHasEnded) {
+    EXPECT_FALSE(window->progress().isVisible());
+    scanHeldUp();
+    EXPECT_TRUE(window->progress().isVisible());
+    controller->stopAction();
+    EXPECT_TRUE(window->progress().isVisible());
+    gate->release();
+    ASSERT_TRUE(loop.runUntil([&] { return !sounds.played.empty(); }));
+    EXPECT_FALSE(window->progress().isVisible());
 }
 
 TEST_F(CSTreeControllerTest, stopIsTrueAtOnceAndTheEndComesLater) {
@@ -411,11 +488,12 @@ TEST_F(ScanOnTheIcon, aStoppedScanLeavesTheIcon) {
     EXPECT_TRUE(loop.runUntil([&] { return dock.numProgressIndicators() == 0; }));
 }
 
-TEST_F(ScanOnTheIcon, theDockHearsTheStepsOfTheFinishRun) {
-    controller->doScanFolder("/disk");
-    walkToItsEnd();
-    loop.advance(0.45);
-    EXPECT_GE(launcher.told.back().value_or(0), 0.5);
+TEST_F(ScanOnTheIcon, theDockHearsHowFarTheScanOfAVolumeIs) {
+    disk->gateReads("/disk", gate);
+    scanVolume(8000);
+    notifications.postNotification(std::string(DIUpdateProgressNotification), std::any(std::int64_t{4000}));
+    loop.advance(0.2);
+    EXPECT_EQ(launcher.told.back(), 0.5);
 }
 
 } // namespace

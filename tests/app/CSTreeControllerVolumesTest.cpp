@@ -33,6 +33,20 @@ TEST_F(CSTreeControllerVolumesTest, volumesAreListedFromTheStartAndTheFirstIsSel
     EXPECT_FALSE(isTreeShown());
 }
 
+TEST_F(CSTreeControllerVolumesTest, volumeIsCalledTheSameInSidebarProgressAndChart) {
+    mount("/disk");
+    volumes.volumes.back().name = "Field Drive";
+    start();
+    EXPECT_EQ(sidebar().nameOfRow(1), QStringLiteral("Field Drive"));
+    EXPECT_EQ(chart().getRootObject()->getDisplayName(), "Field Drive");
+    controller->startAction();
+    EXPECT_EQ(window->progress().findChild<QLabel*>()->text(), QStringLiteral("Scanning “Field Drive”"));
+    scanToItsEnd();
+    ASSERT_TRUE(isTreeShown());
+    EXPECT_EQ(chart().getRootObject()->getDisplayName(), "Field Drive");
+    EXPECT_EQ(shown(), "/disk");
+}
+
 TEST_F(CSTreeControllerVolumesTest, emptySidebarLeavesTheHintInTheChartsPlace) {
     start();
     EXPECT_THAT(rows(), IsEmpty());
@@ -112,6 +126,20 @@ TEST_F(CSTreeControllerVolumesTest, lastVolumeThatGoesLeavesTheChartEmpty) {
     EXPECT_THAT(rows(), IsEmpty());
     EXPECT_EQ(shown(), std::nullopt);
     EXPECT_FALSE(scanButton->isEnabled());
+}
+
+TEST_F(CSTreeControllerVolumesTest, nobodyHoldsTheTreeOfTheLastVolumeThatGoes) {
+    mount("/disk");
+    start();
+    controller->startAction();
+    scanToItsEnd();
+    const std::weak_ptr<FolderSystemItem> tree = model->getRootItem();
+    model->ClearResultsTree();
+    ASSERT_TRUE(isTreeShown());
+    unmount("/disk");
+    EXPECT_EQ(shown(), std::nullopt);
+    // The threads of the scan may still be on their way out.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tree.expired(); }));
 }
 
 TEST_F(CSTreeControllerVolumesTest, scannedTreeGoesWithItsVolume) {

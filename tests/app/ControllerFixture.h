@@ -8,6 +8,7 @@
 #include "chart/AnimView.h"
 #include "chart/ChartArea.h"
 #include "chart/RadialController.h"
+#include "support/FakeFileDates.h"
 #include "support/FakeFolderQuestions.h"
 #include "support/FakeMainLoop.h"
 #include "support/FakeVolumes.h"
@@ -59,6 +60,7 @@ protected:
                                        .desktop = desktop,
                                        .volumes = volumes,
                                        .folderQuestions = folderQuestions,
+                                       .fileDates = fileDates,
                                        .favouritePlaces = {.applications = "/usr", .home = "/home/ann"}},
             std::move(newModel), *window);
         window->show();
@@ -132,6 +134,7 @@ protected:
         return nullptr;
     }
     PMProgressIndicator& bar() { return window->progress().bar(); }
+    QString progressText() { return window->progress().findChildren<QLabel*>().at(0)->text(); }
     QString counter() { return window->progress().findChildren<QLabel*>().at(1)->text(); }
     RadialController& chart() { return window->chartArea().controller(); }
     FolderSystemItem* root() { return model->getRootItem().get(); }
@@ -165,6 +168,7 @@ protected:
     MapSettings settings;
     FakeVolumes volumes;
     FakeFolderQuestions folderQuestions;
+    FakeFileDates fileDates;
     std::shared_ptr<MemoryDisk> disk = std::make_shared<MemoryDisk>();
     std::shared_ptr<ReadGate> gate = std::make_shared<ReadGate>();
     std::unique_ptr<MainWindow> window;

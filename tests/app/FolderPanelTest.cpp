@@ -234,6 +234,46 @@ TEST_F(FolderPanelTest, aTypedPathWithoutAFolderIsToldOfAndThePanelStays) {
     EXPECT_TRUE(panel->isVisible());
 }
 
+TEST_F(FolderPanelTest, tabFromATypedPathShowsItsFolderAndChoosesNothing) {
+    folder.createFolder("deep/down/below");
+    for (const auto& [key, modifiers] :
+         {std::pair(Qt::Key_Tab, Qt::KeyboardModifiers()),
+          std::pair(Qt::Key_Backtab, Qt::KeyboardModifiers(Qt::ShiftModifier))}) {
+        panel->openAt(folder.path());
+        ASSERT_TRUE(waitForRows({"deep"}));
+        typePath("deep/down");
+        press(key, modifiers);
+        EXPECT_FALSE(field->hasFocus());
+        ASSERT_TRUE(waitForRows({"below"}));
+        EXPECT_EQ(field->text().toStdString(), folder.path("deep/down"));
+        EXPECT_EQ(selected(), "");
+    }
+    EXPECT_THAT(chosen, IsEmpty());
+    press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_TRUE(waitForRows({"deep"}));
+}
+
+TEST_F(FolderPanelTest, tabFromAPathWithoutAFolderTellsAndKeepsListAndPath) {
+    folder.createFolder("a");
+    folder.createFile("file");
+    panel->openAt(folder.path());
+    ASSERT_TRUE(waitForRows({"a"}));
+    typePath("file");
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(waitForMessage(QStringLiteral("There is no folder at this path.")));
+    EXPECT_EQ(field->text(), QStringLiteral("file"));
+    EXPECT_THAT(textsOf(*list), ElementsAre("a"));
+}
+
+TEST_F(FolderPanelTest, selectAfterTabChoosesTheTypedPath) {
+    folder.createFolder("deep/down");
+    typePath("deep/down");
+    press(Qt::Key_Tab);
+    button("Select")->click(); // before the folder has answered, or after
+    ASSERT_TRUE(waitForClose());
+    EXPECT_THAT(chosen, ElementsAre(folder.path("deep/down")));
+}
+
 TEST_F(FolderPanelTest, theMessageGoesWithTheNextLetter) {
     typePath("nowhere");
     press(Qt::Key_Return);

@@ -1,12 +1,16 @@
 #include "app/MainWindow.h"
 #include "app/FolderPanel.h"
+#include "app/PathControl.h"
 #include "app/ProgressBlock.h"
 #include "app/QtMainLoop.h"
 #include "app/WindowPanels.h"
+#include "appearance/CCTableView.h"
+#include "appearance/PathElementCell.h"
 #include "appearance/PushButton.h"
 #include "chart/ChartArea.h"
 #include "platform/linux/LinuxCatalogue.h"
 #include "support/TestDir.h"
+#include "support/TreeBuilder.h"
 
 #include <QAction>
 #include <QLabel>
@@ -95,14 +99,65 @@ TEST_F(MainWindowTest, groundGoesOnWithoutAnEdgeInATallWindow) {
     }
 }
 
-TEST_F(MainWindowTest, progressLiesInTheHeadersCentreAndShowsWhileScanningOnly) {
+TEST_F(MainWindowTest, progressLiesInTheHeadersCentreWhereItIsShown) {
     auto* const block = window.findChild<ProgressBlock*>();
     EXPECT_FALSE(block->isVisible());
-    window.setScanning(true);
+    window.setProgressShown(true);
     EXPECT_TRUE(block->isVisible());
     EXPECT_EQ(placeOf<ProgressBlock>(window), QRect(284, 38, 582, 34));
-    window.setScanning(false);
+    window.setProgressShown(false);
     EXPECT_FALSE(block->isVisible());
+}
+
+TEST_F(MainWindowTest, pathLiesInTheHeadersCentreForAFolderOnly) {
+    const test::TreeBuilder folder("/home/mara");
+    window.setPathControlTextForItem(folder.root(), QString());
+    EXPECT_TRUE(window.pathControl().isVisible());
+    const QRect place = placeOf<PathControl>(window);
+    EXPECT_EQ(place.topLeft(), QPoint(284, 40));
+    EXPECT_EQ(place.height(), 28);
+    const auto volume = test::TreeBuilder::volume("/", 1000, 400);
+    window.setPathControlTextForItem(volume.root(), QString());
+    EXPECT_FALSE(window.pathControl().isVisible());
+    window.setPathControlTextForItem(nullptr, QString());
+    EXPECT_FALSE(window.pathControl().isVisible());
+}
+
+TEST_F(MainWindowTest, aLongPathEndsBeforeTheRightColumn) {
+    std::string path;
+    for (int level = 0; level < 40; ++level)
+        path += "/folder";
+    const test::TreeBuilder deep(path);
+    window.setPathControlTextForItem(deep.root(), QString());
+    EXPECT_LE(placeOf<PathControl>(window).right() + 1, 880 - 12);
+    EXPECT_GE(placeOf<PathControl>(window).right() + 1, 880 - 12 - 100);
+    window.resize(960, 600);
+    EXPECT_LE(placeOf<PathControl>(window).right() + 1, 660 - 12);
+}
+
+TEST_F(MainWindowTest, pathAndProgressShareTheCentreInHalves) {
+    const test::TreeBuilder folder("/home/mara/a folder with a name that is long/and another one below it");
+    window.setPathControlTextForItem(folder.root(), QString());
+    const int alone = placeOf<PathControl>(window).width();
+    window.setProgressShown(true);
+    // 582 points less a gap of 16, in two.
+    EXPECT_EQ(placeOf<ProgressBlock>(window), QRect(583, 38, 283, 34));
+    EXPECT_EQ(placeOf<PathControl>(window).left(), 284);
+    EXPECT_LE(placeOf<PathControl>(window).width(), 283);
+    window.setProgressShown(false);
+    EXPECT_EQ(placeOf<PathControl>(window).width(), alone);
+    window.setProgressShown(true);
+    window.setPathControlTextForItem(nullptr, QString());
+    EXPECT_EQ(placeOf<ProgressBlock>(window), QRect(284, 38, 582, 34));
+}
+
+TEST_F(MainWindowTest, tellsWhichComponentWasClicked) {
+    const test::TreeBuilder folder("/home");
+    window.setPathControlTextForItem(folder.folder(folder.root(), "mara"), QString());
+    QSignalSpy clicked(&window, &MainWindow::pathComponentClicked);
+    QTest::mouseClick(window.pathControl().pathComponentCells()[1], Qt::LeftButton);
+    ASSERT_EQ(clicked.count(), 1);
+    EXPECT_EQ(clicked.at(0).at(0).toByteArray(), QByteArray("/home"));
 }
 
 TEST_F(MainWindowTest, scanButtonBecomesTheStopButton) {
@@ -170,6 +225,10 @@ TEST_F(MainWindowTest, aCancelledFolderPanelChoosesNothing) {
     window.openFolderPanel();
     QTest::keyClick(window.findChild<FolderPanel*>()->focusWidget(), Qt::Key_Escape);
     EXPECT_EQ(chosen.count(), 0);
+}
+
+TEST_F(MainWindowTest, keysGoToTheSidebarAtFirst) {
+    EXPECT_EQ(window.focusWidget(), &window.sidebarTable());
 }
 
 TEST_F(MainWindowTest, tellsWhenALiveResizeBeginsAndEnds) {

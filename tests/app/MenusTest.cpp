@@ -9,6 +9,7 @@
 #include "appearance/Tokens.h"
 #include "chart/RadialView.h"
 
+#include <QClipboard>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
@@ -61,6 +62,7 @@ TEST_F(MenusTest, menusHoldTheirEntriesInOrder) {
     EXPECT_THAT(textsOf(*menuNamed("Veltrano")), ElementsAre("Preferences…", "Quit Veltrano"));
     EXPECT_THAT(textsOf(*menuNamed("File")),
                 ElementsAre("Select Folder to Scan…", "Show in File Manager", "Get Info"));
+    EXPECT_THAT(textsOf(*menuNamed("Edit")), ElementsAre("Copy Path", "Remove from Favorites"));
     EXPECT_THAT(textsOf(*menuNamed("View")),
                 ElementsAre("All", "Disks Only", "Folders Only", "Enter Full Screen"));
     EXPECT_THAT(textsOf(*menuNamed("Scan")), ElementsAre("Scan Selected"));
@@ -88,6 +90,16 @@ TEST_F(MenusTest, noTwoLettersOfTheBarAreTheSame) {
         EXPECT_TRUE(letters.insert(action->text().at(at + 1).toLower()).second)
             << action->text().toStdString();
     }
+}
+
+TEST_F(MenusTest, pathOfTheChartIsCopiedFromAnywhereInTheWindow) {
+    mount("/one");
+    launch();
+    controller->selectVolumeByName("/one");
+    window->sidebarTable().setFocus();
+    QApplication::clipboard()->clear();
+    press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("/one"));
 }
 
 TEST_F(MenusTest, removeIsForFoldersAndNamesTheirList) {
@@ -240,6 +252,17 @@ TEST_F(MenusTest, rowsMenuHoldsWhatCanBeDoneWithTheRow) {
     EXPECT_THAT(rows(), IsEmpty());
 }
 
+TEST_F(MenusTest, menuOfADiskSaysNothingOfLists) {
+    mount("/one");
+    launch();
+    controller->selectVolumeByName("/one");
+    emit sidebar().contextMenuRequested(QPoint(100, 100));
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_TRUE(menu);
+    EXPECT_THAT(textsOf(*menu), ElementsAre("Scan Selected", "Show in File Manager", "Get Info"));
+    menu->close();
+}
+
 TEST_F(MenusTest, functionKeySixWalksTheRegions) {
     mount("/one");
     settings.setArray("Recents", {"/disk"});
@@ -334,6 +357,18 @@ TEST_F(MenusTest, preferencesOpenByTheirKeysAndSaveWhenClosed) {
     EXPECT_EQ(settings.boolForKey("Saved"), true);
     EXPECT_EQ(settings.boolForKey("PlaySound"), false);
     EXPECT_EQ(settings.boolForKey("ForceShowHint"), true);
+}
+
+TEST_F(MenusTest, preferencesAreClosedAndSavedByTheProgramToo) {
+    launch();
+    controller->showPreferences();
+    const QPointer<PreferencesSheet> sheet = window->findChild<PreferencesSheet*>();
+    const int before = settings.synchronizations;
+    controller->closePreferences();
+    EXPECT_FALSE(sheet && sheet->isVisible());
+    EXPECT_EQ(settings.synchronizations, before + 1);
+    controller->showPreferences();
+    EXPECT_NE(window->findChildren<PreferencesSheet*>().last(), sheet.data());
 }
 
 TEST_F(MenusTest, preferencesAreOneSheet) {

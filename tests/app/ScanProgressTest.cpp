@@ -9,21 +9,23 @@ namespace {
 
 TEST(ScanProgress, countsInWholeThousandthsOfTheOccupiedSize) {
     ScanProgress progress;
-    progress.count(1234.0, 10000);
+    EXPECT_TRUE(progress.count(1238.0, 10000));
     EXPECT_EQ(progress.value, 123);
 }
 
 TEST(ScanProgress, staysWhereItIsWithoutAnOccupiedSize) {
     ScanProgress progress;
-    progress.count(500.0, 0);
+    EXPECT_FALSE(progress.count(500.0, 0));
     EXPECT_EQ(progress.value, 0);
-    progress.count(500.0, -10);
+    EXPECT_FALSE(progress.count(500.0, -10));
     EXPECT_EQ(progress.value, 0);
 }
 
 TEST(ScanProgress, moreThanOccupiedIsTheMaximum) {
     ScanProgress progress;
-    progress.count(20000.0, 10000);
+    EXPECT_TRUE(progress.count(20000.0, 10000));
+    EXPECT_EQ(progress.value, 1000);
+    EXPECT_TRUE(progress.count(1e18, 1));
     EXPECT_EQ(progress.value, 1000);
 }
 

@@ -85,6 +85,14 @@ TEST_F(VolumesTableCells, networkVolumeTellsWhatItsScanFound) {
     EXPECT_EQ(secondary(entry(1)), "Size: 40.1 GB");
 }
 
+TEST_F(VolumesTableCells, volumeThatHasToldNoSizesShowsNone) {
+    EXPECT_EQ(secondary(*volume("/v", device("USB"), 0, 0)), "none");
+    EXPECT_EQ(secondary(*volume("/net", device(std::nullopt), 0, 0)), "none");
+    sidebar.setVolumesArray({volume("/net", device(std::nullopt), 0, 0)}, true);
+    scan("/net", true, 40'100'000'000);
+    EXPECT_EQ(secondary(entry(1)), "Size: 40.1 GB");
+}
+
 TEST_F(VolumesTableCells, scannedFolderTellsItsSize) {
     EXPECT_EQ(desc(entry(5)), "");
     scan("/home/me", true, 229 * kGB);

@@ -1,6 +1,4 @@
-#include "chart/ChartFixture.h"
-
-#include <QProxyStyle>
+#include "chart/DrillFixture.h"
 
 namespace veltrano {
 namespace {
@@ -83,16 +81,8 @@ TEST_F(Backdrop, fadeTurnsRoundFromWhereItIs) {
     EXPECT_GT(backdrop.getPlateAlpha(), 0.3);
 }
 
-class NoMotion final : public QProxyStyle {
-public:
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* data) const override {
-        return hint == SH_Widget_Animation_Duration ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
-    }
-};
-
 TEST_F(Backdrop, withReducedMotionThePlateSwitchesAtOnce) {
-    NoMotion style;
+    test::StillStyle style;
     backdrop.setStyle(&style);
     chart.showPanelsForScanning(true);
     EXPECT_EQ(backdrop.getPlateAlpha(), 0.0);

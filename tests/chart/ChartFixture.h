@@ -4,6 +4,7 @@
 #include "chart/ChartArea.h"
 #include "chart/ChartBackdrop.h"
 #include "chart/ChartHost.h"
+#include "chart/PathsMimeData.h"
 #include "chart/RadialView.h"
 #include "chart/geometry/GeometryFixture.h"
 #include "support/FakeMainLoop.h"
@@ -11,10 +12,13 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QDrag>
 #include <QImage>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QTest>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <string>
 #include <vector>
@@ -43,7 +47,30 @@ public:
         pathItem = item;
     }
 
+    bool getPlaySound() const override { return playsSounds; }
+    void playSound(std::string_view name) override { sounds.emplace_back(name); }
+    void stopAction() override { told.push_back("stopAction"); }
+    void startAction() override { told.push_back("startAction"); }
+    std::shared_ptr<TopLevelItem> selectVolumeByName(const std::optional<std::string>& path) override {
+        told.push_back("select " + path.value_or("nothing"));
+        return nullptr;
+    }
+    void showItems(const std::vector<std::string>& paths) override { shown.push_back(paths); }
+    void showItemProperties(const std::vector<std::string>& paths) override { informed.push_back(paths); }
+    bool isFolderFavorite(const FileSystemItem& item) const override {
+        return item.getFullPath() == favorite;
+    }
+    void addFolderToFavorite(const FileSystemItem& item) override { favorite = item.getFullPath(); }
+    std::optional<InfoSegment> getInfoSegment() const override { return segment; }
+    void switchInfoSegment(InfoSegment wanted) override { segment = wanted; }
+
     std::optional<std::string> processing;
+    bool playsSounds = true;
+    std::vector<std::string> sounds;
+    std::vector<std::vector<std::string>> shown;    // in the file manager, call by call
+    std::vector<std::vector<std::string>> informed; // whose properties were shown
+    std::string favorite;
+    std::optional<InfoSegment> segment;
     bool collectionEmpty = true;
     bool showsLabel = false; // Off, so that letters do not disturb colours.
     VolumeFolderProtocol* pathItem = nullptr;
@@ -90,6 +117,33 @@ protected:
 
     QPointF middleOf(int ring, double start, double delta) const {
         return test::middleOf(chart.getLayout(), ring, start, delta);
+    }
+
+    /// A point of the chart in the view, for events.
+    QPoint inView(const QPointF& point) const { return view.getChartTransform().map(point).toPoint(); }
+
+    void click(const QPointF& point, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::mouseClick(&view, Qt::LeftButton, modifiers, inView(point));
+    }
+
+    /// Sends what a moved mouse with the left button down sends; the simulated mouse of the test library
+    /// knows no buttons while it moves.
+    void dragTo(const QPointF& point) {
+        const QPointF at = view.getChartTransform().map(point);
+        QMouseEvent move(QEvent::MouseMove, at, view.mapToGlobal(at), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(&view, &move);
+    }
+
+    void press(const QPointF& point) { QTest::mousePress(&view, Qt::LeftButton, {}, inView(point)); }
+    void release(const QPointF& point) { QTest::mouseRelease(&view, Qt::LeftButton, {}, inView(point)); }
+
+    /// The path in the drag that has just begun, empty without one. On a screen without a server a drag ends
+    /// as it begins, and is there until the next turn of the main loop.
+    std::string draggedPath() const {
+        const auto* const drag = view.findChild<QDrag*>();
+        const auto paths = drag ? readFilePaths(*drag->mimeData()) : std::nullopt;
+        return paths ? paths->front() : std::string();
     }
 
     /// Moves the pointer to a point of the chart, as the user would.

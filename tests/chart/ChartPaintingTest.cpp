@@ -185,24 +185,6 @@ TEST_F(ChartPainting, rootWithoutSizePaintsOnlyItsDiscAndLabel) {
     EXPECT_EQ(chartColour(test::pointAt(layout, 0.25, 100)).alpha(), 0);
 }
 
-TEST_F(ChartPainting, emptyTreeStillTellsItsSize) {
-    host.showsLabel = true;
-    TreeBuilder empty("/e");
-    show(empty.root());
-    // The name above the middle, "0 bytes" below it.
-    const QImage picture = chartImage();
-    const auto hasInk = [&](int fromRow, int toRow) {
-        for (int row = fromRow; row < toRow; ++row)
-            for (int column = 150; column < 250; ++column)
-                if (isColour(picture.pixelColor(column, row), QColor(51, 51, 51), 24))
-                    return true;
-        return false;
-    };
-    const int middle = picture.height() / 2;
-    EXPECT_TRUE(hasInk(middle - 20, middle - 4));
-    EXPECT_TRUE(hasInk(middle + 4, middle + 20));
-}
-
 TEST_F(ChartPainting, tooSmallItemsLeaveAGap) {
     TreeBuilder gap("/g");
     for (int index = 0; index < 500; ++index)

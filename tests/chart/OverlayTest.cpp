@@ -172,6 +172,15 @@ TEST_F(Overlay, nextUpdateShowsHiddenOutlines) {
     EXPECT_TRUE(overlay.isSelectionShown());
 }
 
+TEST_F(Overlay, selectingOneItemThatCannotBeLeavesTheOutlinesAsTheyAreAndAListTellsThem) {
+    chart.setHiliteOnRadial(f);
+    chart.hideSelectionDuringLiveResize();
+    chart.selectItem(nullptr);
+    EXPECT_FALSE(overlay.isSelectionShown());
+    chart.selectItems({});
+    EXPECT_TRUE(overlay.isSelectionShown());
+}
+
 TEST_F(Overlay, removedSelectionLayerPaintsNothing) {
     chart.setHiliteOnRadial(f);
     overlay.cleanSelLayer();

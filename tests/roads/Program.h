@@ -8,6 +8,7 @@
 #include "appearance/PushButton.h"
 #include "chart/ChartArea.h"
 #include "chart/RadialController.h"
+#include "platform/linux/LinuxFileDates.h"
 #include "support/FakeFolderQuestions.h"
 #include "support/FakeVolumes.h"
 #include "support/MapSettings.h"
@@ -53,6 +54,7 @@ struct Program {
                       .desktop = desktop,
                       .volumes = *volumes,
                       .folderQuestions = *folderQuestions,
+                      .fileDates = fileDates,
                       .favouritePlaces = around.favouritePlaces},
                      std::make_unique<CModel>(mainLoop, notifications, around.catalogue,
                                               TimeCode(currentCatalogueDate), ScanFacts{}, *volumes),
@@ -103,6 +105,7 @@ struct Program {
     RecordingDesktop desktop;
     std::unique_ptr<Volumes> volumes;
     std::unique_ptr<FolderQuestions> folderQuestions;
+    LinuxFileDates fileDates{mainLoop};
     MainWindow window;
     CSTreeController controller;
     PushButton* scanButton = nullptr;

@@ -1,13 +1,19 @@
 // The whole road of a scan through the real window: choosing a folder, the growing chart, the end, a stop.
 
 #include "app/FolderPanel.h"
+#include "app/PathControl.h"
+#include "appearance/MAAttachedWindow.h"
+#include "appearance/PathElementCell.h"
+#include "chart/RadialView.h"
 #include "platform/linux/LinuxCatalogue.h"
 #include "platform/linux/LinuxFolderQuestions.h"
 #include "platform/posix/PosixFileActions.h"
 #include "roads/Program.h"
+#include "scan/SizeText.h"
 #include "support/MemoryDisk.h"
 #include "support/TestDir.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 
@@ -79,6 +85,54 @@ TEST_F(RealFolderRoad, aChosenFolderBecomesAChartWithExactTotals) {
     EXPECT_EQ(program.scanButton->text(), QStringLiteral("Scan Selected"));
     EXPECT_TRUE(program.scanButton->isEnabled());
     EXPECT_THAT(program.sounds.played, ElementsAre("Submarine"));
+}
+
+TEST_F(RealFolderRoad, thePathControlTellsTheRootAndLeadsBackUp) {
+    folder.createFile("a/one", 10'000);
+    chooseFolder(program, folder.path());
+    ASSERT_TRUE(program.waitForEnd());
+    const PathControl& path = program.window.pathControl();
+    EXPECT_TRUE(path.isVisible());
+    EXPECT_EQ(path.getPath(), folder.path());
+
+    FolderSystemItem* const top = program.root();
+    program.chart().setRoot(top->childAtIndex(0)->asFolderSystemItem());
+    EXPECT_EQ(path.getPath(), folder.path("a"));
+    const auto& cells = path.pathComponentCells();
+    ASSERT_GE(cells.size(), 3u);
+    QTest::mouseClick(cells[cells.size() - 3], Qt::LeftButton); // above the scanned folder
+    QTest::mouseClick(cells.back(), Qt::LeftButton);            // the root itself
+    EXPECT_EQ(path.getPath(), folder.path("a"));
+    QTest::mouseClick(cells[cells.size() - 2], Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return program.root() == top; }, kLimit));
+    EXPECT_EQ(path.getPath(), folder.path());
+}
+
+TEST_F(RealFolderRoad, theHoverPanelTellsNameSizeAndDate) {
+    folder.createFile("one", 10'000);
+    chooseFolder(program, folder.path());
+    ASSERT_TRUE(program.waitForEnd());
+    RadialView& view = program.window.chartArea().getRadialView();
+    const RingLayout& layout = program.chart().getLayout();
+    const QPointF inFile = layout.m_Center + QPointF((layout.getRadius(0) + layout.getRadius(1)) / 2, 0);
+    QTest::mouseMove(&view, view.getChartTransform().map(inFile).toPoint());
+    const QString today = QLocale().toString(QDate::currentDate(), QLocale::ShortFormat);
+    QStringList texts;
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            texts.clear();
+            for (const auto* pop : program.window.findChildren<MAAttachedWindow*>())
+                for (const auto* label : pop->findChildren<QLabel*>())
+                    texts.append(label->text());
+            return texts.contains(today); // a busy disk tells it after the panel has come
+        },
+        kLimit));
+    EXPECT_TRUE(texts.contains(QStringLiteral("one")));
+    EXPECT_TRUE(
+        texts.contains(QString::fromStdString(stringFromFileSizeShort1(program.root()->gettotalsize()))));
+    program.notifications.postNotification("applicationIsDeactivating");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(program.window.findChildren<MAAttachedWindow*>().isEmpty());
 }
 
 TEST_F(RealFolderRoad, aScanOfAFolderEndsWithTheFinishRun) {

@@ -12,9 +12,14 @@
 #include "support/TestDir.h"
 
 #include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 
 namespace veltrano {
 namespace {
+
+namespace fs = std::filesystem;
 
 using test::kLimit;
 using test::Program;
@@ -92,6 +97,47 @@ TEST_F(SidebarRoad, aFolderThatHasGoneMeanwhileIsNotInTheNextStart) {
     folder.remove("home/a");
     Program program(around());
     EXPECT_THAT(program.rows(), ElementsAre(b));
+}
+
+TEST_F(SidebarRoad, settingsThatAreNoneLeaveAProgramThatStarts) {
+    const std::string file = folder.path("config/odd.conf");
+    const std::string text =
+        "[General]\nSaved=true\nPlaySound=banana\nShowHint=\nScanned=-99999999999999999999\n"
+        "FFolders=relative, \"\", /gone, " +
+        b + ", /dev/null\nRecents=7\nRecentsLimit=-3\nSelectedVolume=one, two\n";
+    std::ofstream(file) << text;
+    QtSettings odd(file);
+    test::Surroundings surroundings = around();
+    Program program({.catalogue = surroundings.catalogue,
+                     .files = files,
+                     .settings = odd,
+                     .makeFolderQuestions = surroundings.makeFolderQuestions});
+    EXPECT_THAT(program.rows(), ElementsAre(b));
+    EXPECT_EQ(program.sidebar().getSelectedVolume(), b);
+    EXPECT_FALSE(program.controller.getPlaySound());
+    EXPECT_EQ(program.controller.getScanned(), 0u);
+    program.notifications.postNotification(ApplicationWillTerminate);
+    EXPECT_EQ(odd.integerForKey("RecentsLimit"), 10);
+    EXPECT_EQ(odd.arrayForKey("FFolders"), std::vector{b});
+}
+
+TEST_F(SidebarRoad, damagedSettingsAreKeptBesideTheNewOnesAndWhatCanBeReadCounts) {
+    const std::string file = folder.path("config/damaged.conf");
+    const std::string text = "no settings\xFF\n[General]\nSaved=true\nShowHint=true\nFFolders=" + a;
+    std::ofstream(file, std::ios::binary) << text;
+    QtSettings damaged(file);
+    test::Surroundings surroundings = around();
+    Program program({.catalogue = surroundings.catalogue,
+                     .files = files,
+                     .settings = damaged,
+                     .makeFolderQuestions = surroundings.makeFolderQuestions});
+    EXPECT_THAT(program.rows(), ElementsAre(a));
+    EXPECT_TRUE(program.controller.getShowHint());
+    EXPECT_FALSE(fs::exists(file + ".damaged")) << "nothing was written yet";
+    program.notifications.postNotification(ApplicationWillTerminate);
+    std::ifstream kept(file + ".damaged", std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(kept), {}), text);
+    EXPECT_EQ(QtSettings(file).arrayForKey("FFolders"), std::vector{a});
 }
 
 TEST_F(SidebarRoad, twelveFoldersLeaveTheTenLatestAmongTheRecents) {

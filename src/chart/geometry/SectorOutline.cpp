@@ -1,7 +1,9 @@
 #include "chart/geometry/SectorOutline.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
 
 namespace veltrano {
 
@@ -70,16 +72,54 @@ void appendDisc(const RingLayout& layout, QPainterPath& path, double start, doub
     path.lineTo(pointAt(layout.m_Center, radius, layout.g_dOriginAngleRad - RingLayout::kFullTurn * start));
 }
 
-void appendRingSector(const RingLayout& layout, QPainterPath& path, int ring, double start, double delta) {
-    const double inner = layout.getRadius(ring - 1);
-    const double outer = layout.getRadius(ring);
+/// The points, on a circle of radius 1, that an arc goes through from one end to the other, and how long the
+/// handles of its curves are. Both arcs of a sector stand on the same angles, so one serves for both.
+struct UnitArc {
+    static constexpr int kMostCurves = 8; // of a whole turn
+
+    UnitArc(double fromDegrees, double toDegrees) {
+        const double sweep = toDegrees - fromDegrees;
+        curves = std::clamp(static_cast<int>(std::ceil(std::abs(sweep) / kLongestCurve)), 1, kMostCurves);
+        const double step = radians(sweep) / curves;
+        handle = 4.0 / 3.0 * std::tan(step / 4.0);
+        for (int point = 0; point <= curves; ++point) {
+            const double angle = radians(fromDegrees) + step * point;
+            points[static_cast<std::size_t>(point)] = QPointF(std::cos(angle), std::sin(angle));
+        }
+        // A whole turn ends exactly where it began, so that closing it adds no seam.
+        if (std::abs(sweep) == 360.0)
+            points[static_cast<std::size_t>(curves)] = points[0];
+    }
+
+    void append(QPainterPath& path, const QPointF& centre, double radius, int from, int to) const {
+        const QPointF start = centre + radius * points[static_cast<std::size_t>(from)];
+        const QPointF end = centre + radius * points[static_cast<std::size_t>(to)];
+        const double reach = (to > from ? handle : -handle) * radius;
+        const auto along = [&](int point) {
+            const QPointF& unit = points[static_cast<std::size_t>(point)];
+            return QPointF(-unit.y() * reach, unit.x() * reach);
+        };
+        path.cubicTo(start + along(from), end - along(to), end);
+    }
+
+    int curves;
+    double handle; // of a curve on a circle of radius 1, from its first point on
+    std::array<QPointF, kMostCurves + 1> points;
+};
+
+void appendRingSector(const RingLayout& layout, QPainterPath& path, double inner, double outer, double start,
+                      double delta) {
+    // Once round is as far as a sector reaches.
     const double end = start + delta;
     const double from = layout.g_dOriginAngleDeg - 360.0 * start;
     const double to = layout.g_dOriginAngleDeg - 360.0 * end;
-    path.moveTo(pointAt(layout.m_Center, inner, radians(from)));
-    arcOn(path, layout.m_Center, inner, from, to);
+    const UnitArc arc(from, std::clamp(to, from - 360.0, from + 360.0));
+    path.moveTo(layout.m_Center + inner * arc.points[0]);
+    for (int curve = 0; curve < arc.curves; ++curve)
+        arc.append(path, layout.m_Center, inner, curve, curve + 1);
     path.lineTo(edgePoint(layout, outer, end));
-    arcOn(path, layout.m_Center, outer, to, from);
+    for (int curve = arc.curves; curve > 0; --curve)
+        arc.append(path, layout.m_Center, outer, curve, curve - 1);
     path.lineTo(edgePoint(layout, inner, start));
 }
 
@@ -87,14 +127,24 @@ void appendRingSector(const RingLayout& layout, QPainterPath& path, int ring, do
 
 bool FillSectorPath(const RingLayout& layout, SectorPath& path, int withSubLevel, double withStartAngleK,
                     double withDeltaAngleK, double withLineWidth) {
+    if (withSubLevel > 0) {
+        FillRingSectorPath(layout, path, layout.getRadius(withSubLevel - 1), layout.getRadius(withSubLevel),
+                           withStartAngleK, withDeltaAngleK, withLineWidth);
+        return true;
+    }
     path.path.reserve(path.path.elementCount() + kUsualElements);
-    if (withSubLevel > 0)
-        appendRingSector(layout, path.path, withSubLevel, withStartAngleK, withDeltaAngleK);
-    else
-        appendDisc(layout, path.path, withStartAngleK, withDeltaAngleK);
+    appendDisc(layout, path.path, withStartAngleK, withDeltaAngleK);
     path.path.closeSubpath();
     path.dLineWidth = withLineWidth;
     return true;
+}
+
+void FillRingSectorPath(const RingLayout& layout, SectorPath& path, double innerRadius, double outerRadius,
+                        double startAngleK, double deltaAngleK, double lineWidth) {
+    path.path.reserve(path.path.elementCount() + kUsualElements);
+    appendRingSector(layout, path.path, innerRadius, outerRadius, startAngleK, deltaAngleK);
+    path.path.closeSubpath();
+    path.dLineWidth = lineWidth;
 }
 
 QRectF getDiscBounds(const RingLayout& layout) {

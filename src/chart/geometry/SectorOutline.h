@@ -18,6 +18,10 @@ struct SectorPath {
 bool FillSectorPath(const RingLayout& layout, SectorPath& path, int withSubLevel, double withStartAngleK,
                     double withDeltaAngleK, double withLineWidth);
 
+/// Appends the outline of a sector between two radii, points, which need not be those of a ring.
+void FillRingSectorPath(const RingLayout& layout, SectorPath& path, double innerRadius, double outerRadius,
+                        double startAngleK, double deltaAngleK, double lineWidth);
+
 /// The square around the central disc.
 QRectF getDiscBounds(const RingLayout& layout);
 

@@ -30,10 +30,10 @@ enum class SectorVisit {
 /// faster in a folder of very many.
 inline constexpr std::ptrdiff_t kSizesAtOnce = 32;
 
-/// The children of one folder, from a ring and a fraction on; answers whether the walk may go on.
-template <class Visitor>
-bool walkSectors(const ChildArray* children, const RingLayout& layout, int ring, double start,
-                 Visitor& visit) {
+/// The children of one folder, from a ring and a fraction on; answers whether the walk may go on. The layout
+/// is a RingLayout, or what answers for its ring count, circumferences and fractions.
+template <class Layout, class Visitor>
+bool walkSectors(const ChildArray* children, const Layout& layout, int ring, double start, Visitor& visit) {
     if (!children || ring < 1 || ring > layout.m_nSubLevels)
         return true;
     const double circumference = layout.getCircumference(ring);
